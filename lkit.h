@@ -1,0 +1,37 @@
+// lkit.h - umbrella header of the lkit class library.
+//
+// Includes the version macros and every public header of the library.
+// Copyright (c) 2026 The lkit developers. MIT licensed, see LICENSE.
+#ifndef LKIT_H
+#define LKIT_H
+
+#include <lkit_version.h>
+
+#include <lstd/exception.h>
+#include <lstd/debug.h>
+#include <lstd/collection.h>
+#include <lstd/iptrcollection.h>
+#include <lstd/iptrorderlist.h>
+#include <lstd/ivalcollection.h>
+#include <lstd/ivalorderlist.h>
+#include <lstd/iterator.h>
+#include <lstd/listiterator.h>
+#include <lstd/iptrorderlistiterator.h>
+#include <lstd/ivalorderlistiterator.h>
+#include <lstd/ptrdlabstractlist.h>
+#include <lstd/ptrdlinklist.h>
+#include <lstd/valdlabstractlist.h>
+#include <lstd/valdlinklist.h>
+#include <lstd/valqueue.h>
+#include <lstd/valsortlist.h>
+#include <lstd/comparator.h>
+#include <lstd/dlinkops.h>
+#include <lstd/memory.h>
+#include <lstd/hashgenerator.h>
+#include <lstd/string.h>
+#include <lstd/stringbuilder.h>
+#include <lstd/wstring.h>
+#include <lstd/character.h>
+#include <lstd/integer.h>
+
+#endif // LKIT_H

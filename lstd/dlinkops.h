@@ -1,0 +1,103 @@
+// lstd/dlinkops.h - node linking shared by the pointer and value lists (internal).
+#ifndef LSTD_DLINKOPS_H
+#define LSTD_DLINKOPS_H
+
+#include <lstd/exception.h>
+#include <lstd/string.h>
+
+#include <memory>
+#include <new>
+#include <type_traits>
+
+namespace lstd {
+namespace dlink {
+
+/// Positions first..last of a list of count items selected by Append(list, from, to).
+struct Span {
+    unsigned long first;
+    unsigned long last;
+};
+
+/// Deliberate range rules of Append(list, from, to): from below 1 is 0 and to below 1 the
+/// last position, so (0, 0) selects the whole list; to is clamped to the last position.
+/// count must not be 0. Throws InvalidOperationException when from >= count.
+inline Span AppendSpan(unsigned long count, long long from, long long to) {
+    unsigned long const first = from < 1 ? 0 : static_cast<unsigned long>(from);
+    if (first >= count)
+        LSTD_THROWF(InvalidOperationException,
+                    "Initial position '%d' is out of range (0 -> %d - 1).", static_cast<int>(from),
+                    static_cast<int>(count));
+    unsigned long const last = (to < 1 || static_cast<unsigned long>(to) > count - 1)
+                                   ? count - 1
+                                   : static_cast<unsigned long>(to);
+    return Span{first, last};
+}
+
+/// A new It bound to list and standing on position over [begin, end]; the caller owns it.
+/// Throws NotEnoughMemoryException with the allocator's text, or what Init throws.
+template <typename It, typename List>
+It* NewIterator(List const& list, unsigned long position, long long begin, long long end) {
+    std::unique_ptr<It> it;
+    try {
+        it.reset(new It());
+    } catch (std::bad_alloc const& e) {
+        LSTD_THROW(NotEnoughMemoryException, e.what());
+    }
+    it->Init(list, position, begin, end);
+    return it.release();
+}
+
+/// Calls visit with each item of an ordered list through one of its heap iterators
+/// standing on first over [first, last], deleting the iterator on every path.
+template <typename List, typename Visit>
+void ForEach(List const& list, unsigned long first, unsigned long last, Visit visit) {
+    std::unique_ptr<typename std::remove_pointer<decltype(list.CreateIterator())>::type> it(
+        list.CreateIterator(first, static_cast<long long>(first), static_cast<long long>(last)));
+    while (++*it)
+        visit(it->Get());
+}
+
+/// The node at position p (< count), walking from the nearer end: forward when
+/// p < count - p, else backward from the tail (an even list's middle comes from the tail).
+template <typename Node>
+Node* WalkTo(Node* head, Node* tail, unsigned long count, unsigned long p) {
+    if (p < count - p) {
+        for (; p > 0; --p)
+            head = head->mNext;
+        return head;
+    }
+    for (unsigned long steps = count - 1 - p; steps > 0; --steps)
+        tail = tail->mPrev;
+    return tail;
+}
+
+/// Links fresh before at, or after the tail when at is null.
+template <typename Node>
+void LinkBefore(Node*& head, Node*& tail, Node* at, Node* fresh) {
+    fresh->mNext = at;
+    fresh->mPrev = at != nullptr ? at->mPrev : tail;
+    if (fresh->mPrev != nullptr)
+        fresh->mPrev->mNext = fresh;
+    else
+        head = fresh;
+    if (at != nullptr)
+        at->mPrev = fresh;
+    else
+        tail = fresh;
+}
+
+/// Unlinks node, joining its neighbours and moving head or tail as needed.
+template <typename Node>
+void Unlink(Node*& head, Node*& tail, Node* node) {
+    if (node->mPrev != nullptr)
+        node->mPrev->mNext = node->mNext;
+    else
+        head = node->mNext;
+    if (node->mNext != nullptr)
+        node->mNext->mPrev = node->mPrev;
+    else
+        tail = node->mPrev;
+}
+}  // namespace dlink
+}  // namespace lstd
+#endif  // LSTD_DLINKOPS_H

@@ -1,0 +1,99 @@
+// lstd/exception.h - the library's exception family: message, place of the throw, stack trace.
+#ifndef LSTD_EXCEPTION_H
+#define LSTD_EXCEPTION_H
+
+#include <exception>
+
+namespace lstd {
+class StringBuilder;
+
+/// Root of every exception the library raises. It owns copies of the message and of the
+/// source file path, the line of the throw, and a symbolised stack trace captured when the
+/// object is built. Copies are deep: two objects never share or free the same text.
+/// Throw by value, catch by reference.
+class Exception : public std::exception {
+public:
+    /// Copies message and file (either may be null) and captures the stack trace. Never
+    /// throws: a copy that cannot be allocated stays null, a failing capture is ignored.
+    Exception(char const* message, char const* file, unsigned long long const& line);
+    Exception(Exception const& other);
+    Exception& operator=(Exception const& other);
+    virtual ~Exception();
+    /// The message exactly as given (no file, line or trace); null if it could not be copied.
+    char const* what() const noexcept override;
+
+    /// The source file given at construction; null if it could not be copied.
+    char const* GetFile() const { return mFile; }
+    /// The source line given at construction.
+    unsigned long long GetLine() const { return mLine; }
+    /// "Stack trace:\n" followed by one line per caller frame; null if it could not be built.
+    char const* GetStackTrace() const { return mStackTrace; }
+
+    /// Fills the stack trace: the three innermost frames (the capture machinery) and the
+    /// outermost one are left out; mangled names are demangled and printed in red.
+    void BuildStackTrace();
+
+private:
+    char* mMessage;
+    char* mFile;
+    unsigned long long mLine;
+    char* mStackTrace;
+};
+
+/// Appends one line of backtrace_symbols() output to builder. A line shaped
+/// "module(name+offset) [address]" becomes "  module [ <red>demangled name<reset> + offset ]
+/// [address]" (the colour codes are always written); "module(name) [address]" becomes
+/// "  module [ name   ] [address]"; any other line is appended whole after two blanks.
+/// Cuts line in place.
+void FormatStackFrame(StringBuilder& builder, char* line);
+
+/// Stores a malloc'ed, NUL-terminated copy of the builder's text in out (null when the
+/// allocation fails). Never throws.
+void GenerateStackTraceMessage(StringBuilder const& builder, char*& out);
+
+/// An allocation failed.
+class NotEnoughMemoryException : public Exception {
+public:
+    NotEnoughMemoryException(char const* message, char const* file, unsigned long long const& line);
+    virtual ~NotEnoughMemoryException();
+};
+
+/// An internal state that should never occur was reached.
+class UnknownException : public Exception {
+public:
+    UnknownException(char const* message, char const* file, unsigned long long const& line);
+    virtual ~UnknownException();
+};
+
+/// An index or position lies outside a container's range.
+class InvalidIndexException : public Exception {
+public:
+    InvalidIndexException(char const* message, char const* file, unsigned long long const& line);
+    virtual ~InvalidIndexException();
+};
+
+/// An operation is not allowed in the current state or with the given argument.
+class InvalidOperationException : public Exception {
+public:
+    InvalidOperationException(char const* message, char const* file,
+                              unsigned long long const& line);
+    virtual ~InvalidOperationException();
+};
+
+/// An iterator was used before Init() or without a current item.
+class NotInitializedIteratorException : public Exception {
+public:
+    NotInitializedIteratorException(char const* message, char const* file,
+                                    unsigned long long const& line);
+    virtual ~NotInitializedIteratorException();
+};
+}  // namespace lstd
+
+/// Throws E with a plain message, recording the place of the throw.
+#define LSTD_THROW(E, message) throw E((message), __FILE__, __LINE__)
+/// Throws E with a printf-style message formatted through lstd::String::SSprintf.
+/// Needs <lstd/string.h> at the place of use.
+#define LSTD_THROWF(E, ...)                                                                        \
+    throw E(::lstd::String::SSprintf(__VA_ARGS__).GetStdChar(), __FILE__, __LINE__)
+
+#endif  // LSTD_EXCEPTION_H

@@ -1,0 +1,25 @@
+// lstd/iptrorderlistiterator.h - item access of a pointer-list iterator.
+#ifndef LSTD_IPTRORDERLISTITERATOR_H
+#define LSTD_IPTRORDERLISTITERATOR_H
+
+#include <lstd/listiterator.h>
+
+namespace lstd {
+
+/// A list iterator whose items are T pointers.
+template <typename T>
+class IPtrOrderListIterator : public ListIterator<T> {
+public:
+    IPtrOrderListIterator() {}
+    virtual ~IPtrOrderListIterator() {}
+    using ListIterator<T>::operator=;
+    /// The current item.
+    virtual T* Get() const = 0;
+    /// Stores item at the current place and returns the previous one (not deleted).
+    virtual T* Set(T* item) const = 0;
+
+protected:
+    IPtrOrderListIterator(IPtrOrderListIterator const& other) : ListIterator<T>(other) {}
+};
+}  // namespace lstd
+#endif  // LSTD_IPTRORDERLISTITERATOR_H

@@ -1,0 +1,27 @@
+// lstd/ivalorderlistiterator.h - value access of a value-list iterator.
+#ifndef LSTD_IVALORDERLISTITERATOR_H
+#define LSTD_IVALORDERLISTITERATOR_H
+
+#include <lstd/listiterator.h>
+
+namespace lstd {
+
+/// A list iterator whose items are stored copies of T.
+template <typename T>
+class IValOrderListIterator : public ListIterator<T> {
+public:
+    IValOrderListIterator() {}
+    virtual ~IValOrderListIterator() {}
+    using ListIterator<T>::operator=;
+    /// Copies the current value into value; returns true.
+    virtual bool Get(T& value) const = 0;
+    /// The stored current value.
+    virtual T& Get() const = 0;
+    /// Replaces the current value by a copy of value.
+    virtual void Set(T const& value) const = 0;
+
+protected:
+    IValOrderListIterator(IValOrderListIterator const& other) : ListIterator<T>(other) {}
+};
+}  // namespace lstd
+#endif  // LSTD_IVALORDERLISTITERATOR_H

@@ -1,0 +1,615 @@
+// lstd/string.cpp - the library's byte string.
+#include <lstd/string.h>
+
+#include <lstd/character.h>
+#include <lstd/exception.h>
+#include <lstd/hashgenerator.h>
+#include <lstd/memory.h>
+#include <lstd/valdlinklist.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace lstd {
+namespace {
+// The terminator shared by every String that owns no block. Never written: each write of
+// a terminator goes through a check that the String owns its block.
+char const kNoBlock[1] = {'\0'};
+
+char* NoBlock() { return const_cast<char*>(kNoBlock); }
+
+// Whether s points into the n + 1 bytes of block (compared as addresses: s may be unrelated).
+bool PointsInto(char const* s, char const* block, unsigned long n) {
+    auto const a = reinterpret_cast<std::uintptr_t>(s);
+    auto const b = reinterpret_cast<std::uintptr_t>(block);
+    return a >= b && a - b <= n;
+}
+
+bool IsWhite(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+
+unsigned long const kNotFound = static_cast<unsigned long>(-1);
+
+[[noreturn]] void OutOfMemory(unsigned long long line) {
+    throw NotEnoughMemoryException("String", __FILE__, line);
+}
+}  // namespace
+
+// ---- storage -------------------------------------------------------------------------------
+
+bool String::OwnsBlock() const { return mBuffer != kNoBlock; }
+
+// Makes the block exactly n + 1 bytes, keeping the first min(n, length) bytes; the length
+// and the terminator are the caller's. A length of 0 gives the shared terminator back.
+void String::Reallocate(unsigned long n) {
+    if (n == 0) {
+        if (OwnsBlock())
+            std::free(mBuffer);
+        mBuffer = NoBlock();
+        return;
+    }
+    char* block =
+        static_cast<char*>(OwnsBlock() ? std::realloc(mBuffer, n + 1) : std::malloc(n + 1));
+    if (block == nullptr)
+        OutOfMemory(__LINE__);
+    mBuffer = block;
+}
+
+void String::Assign(char const* s, unsigned long n) {
+    if (n != mLength) {
+        if (PointsInto(s, mBuffer, mLength)) {  // s lies in this very string
+            *this = String(s, n);
+            return;
+        }
+        Reallocate(n);
+        mLength = n;
+    }
+    if (n != 0) {
+        std::memmove(mBuffer, s, n);
+        mBuffer[n] = '\0';
+    }
+}
+
+void String::Append(char const* s, unsigned long n) {
+    if (n == 0)
+        return;
+    bool const inside = PointsInto(s, mBuffer, mLength);
+    unsigned long const offset = inside ? static_cast<unsigned long>(s - mBuffer) : 0;
+    Reallocate(mLength + n);
+    if (inside)
+        s = mBuffer + offset;  // the block may have moved
+    std::memcpy(mBuffer + mLength, s, n);
+    mLength += n;
+    mBuffer[mLength] = '\0';
+}
+
+void String::Adopt(char* block, unsigned long length) {
+    if (OwnsBlock())
+        std::free(mBuffer);
+    mBuffer = block;
+    mLength = length;
+}
+
+String::String() : mBuffer(NoBlock()), mLength(0) {}
+
+String::String(char const* s) : mBuffer(NoBlock()), mLength(0) {
+    if (s != nullptr)
+        Assign(s, std::strlen(s));
+}
+
+String::String(char const* s, unsigned long const& n) : mBuffer(NoBlock()), mLength(0) {
+    Assign(s, n);
+}
+
+String::String(char const& c) : mBuffer(NoBlock()), mLength(0) { Assign(&c, 1); }
+
+String::String(String const& other) : mBuffer(NoBlock()), mLength(0) {
+    Assign(other.mBuffer, other.mLength);
+}
+
+String::String(String&& other) noexcept : mBuffer(other.mBuffer), mLength(other.mLength) {
+    other.mBuffer = NoBlock();
+    other.mLength = 0;
+}
+
+String::String(char const* a, unsigned long na, char const* b, unsigned long nb)
+    : mBuffer(NoBlock()), mLength(0) {
+    Reallocate(na + nb);
+    mLength = na + nb;
+    if (mLength != 0) {
+        std::memcpy(mBuffer, a, na);
+        std::memcpy(mBuffer + na, b, nb);
+        mBuffer[mLength] = '\0';
+    }
+}
+
+String::~String() {
+    if (OwnsBlock())
+        std::free(mBuffer);
+}
+
+String& String::operator=(String const& other) {
+    if (this != &other)
+        Assign(other.mBuffer, other.mLength);
+    return *this;
+}
+
+String& String::operator=(String&& other) noexcept {
+    if (this != &other) {
+        Adopt(other.mBuffer, other.mLength);
+        other.mBuffer = NoBlock();
+        other.mLength = 0;
+    }
+    return *this;
+}
+
+String& String::operator=(char const* s) {
+    Assign(s, s != nullptr ? std::strlen(s) : 0);
+    return *this;
+}
+
+String& String::operator+=(String const& s) {
+    Append(s.mBuffer, s.mLength);
+    return *this;
+}
+
+String& String::operator+=(char const* s) {
+    if (s != nullptr && s[0] != '\0')
+        Append(s, std::strlen(s));
+    return *this;
+}
+
+String operator+(String const& a, String const& b) {
+    return String(a.mBuffer, a.mLength, b.mBuffer, b.mLength);
+}
+
+String operator+(String const& a, char const* b) {
+    return String(a.mBuffer, a.mLength, b, b != nullptr ? std::strlen(b) : 0);
+}
+
+String operator+(char const* a, String const& b) {
+    return String(a, a != nullptr ? std::strlen(a) : 0, b.mBuffer, b.mLength);
+}
+
+void String::Resize(unsigned long const& n) {
+    unsigned long const old = mLength;
+    Reallocate(n);
+    mLength = n;
+    if (n == 0)
+        return;
+    if (n > old)
+        std::memset(mBuffer + old, ' ', n - old);  // Deliberate: spaces, not NULs.
+    mBuffer[n] = '\0';
+}
+
+void String::Clear() { Adopt(NoBlock(), 0); }
+
+// ---- access and comparison -----------------------------------------------------------------
+
+char const& String::operator[](long long const& i) const {
+    if (i < 0 || static_cast<unsigned long>(i) >= mLength)
+        LSTD_THROW(InvalidIndexException, "String");
+    return mBuffer[i];
+}
+
+char& String::operator[](long long const& i) {
+    if (i < 0 || static_cast<unsigned long>(i) >= mLength)
+        LSTD_THROW(InvalidIndexException, "String");
+    return mBuffer[i];
+}
+
+String String::GetSubString(unsigned long const& pos, long long const& count) const {
+    if (count == 0 || pos >= mLength)
+        return String();
+    unsigned long const rest = mLength - pos;
+    unsigned long const n = (count > 0 && static_cast<unsigned long>(count) <= rest)
+                                ? static_cast<unsigned long>(count)
+                                : rest;
+    return String(mBuffer + pos, n);
+}
+
+bool String::operator==(String const& other) const {
+    return mLength == other.mLength && std::memcmp(mBuffer, other.mBuffer, mLength) == 0;
+}
+
+bool String::operator==(char const* s) const {
+    if (s == nullptr)
+        return mLength == 0;
+    return std::strlen(s) == mLength && std::memcmp(mBuffer, s, mLength) == 0;
+}
+
+bool operator==(char const* s, String const& b) { return b == s; }
+bool operator!=(char const* s, String const& b) { return !(b == s); }
+
+long String::Compare(String const& a, String const& b) {
+    if (a.mLength != b.mLength)
+        return a.mLength > b.mLength ? 1 : -1;
+    int const r = std::memcmp(a.mBuffer, b.mBuffer, a.mLength);
+    return r < 0 ? -1 : (r > 0 ? 1 : 0);
+}
+
+bool operator<(String const& a, String const& b) { return String::Compare(a, b) == -1; }
+bool operator<(char const* a, String const& b) { return String::Compare(String(a), b) == -1; }
+bool operator>(String const& a, String const& b) { return String::Compare(a, b) == 1; }
+bool operator>(char const* a, String const& b) { return String::Compare(String(a), b) == 1; }
+
+bool String::StartsWith(String const& p) const {
+    return p.mLength <= mLength && std::memcmp(mBuffer, p.mBuffer, p.mLength) == 0;
+}
+
+bool String::EndsWith(String const& p) const {
+    return p.mLength <= mLength &&
+           std::memcmp(mBuffer + mLength - p.mLength, p.mBuffer, p.mLength) == 0;
+}
+
+// ---- search --------------------------------------------------------------------------------
+
+namespace {
+unsigned long FindBytes(char const* hay, unsigned long hayLength, char const* needle,
+                        unsigned long needleLength, unsigned long start) {
+    if (needleLength > hayLength || start >= hayLength + 1 - needleLength)
+        return kNotFound;
+    if (needleLength == 0)
+        return start;
+    void const* hit = memmem(hay + start, hayLength - start, needle, needleLength);
+    return hit != nullptr ? static_cast<unsigned long>(static_cast<char const*>(hit) - hay)
+                          : kNotFound;
+}
+}  // namespace
+
+unsigned long String::Find(String const& s, unsigned long const& start) const {
+    return FindBytes(mBuffer, mLength, s.mBuffer, s.mLength, start);
+}
+
+unsigned long String::Find(char const* s, unsigned long const& start) const {
+    return FindBytes(mBuffer, mLength, s, s != nullptr ? std::strlen(s) : 0, start);
+}
+
+unsigned long String::Find(String const* needles, long const& count, long* which,
+                           unsigned long const& start) const {
+    if (start >= mLength || count <= 0)
+        return kNotFound;
+    // Positions whose byte starts no needle are skipped without trying the needles; an
+    // empty needle fits everywhere, so then only start needs trying.
+    bool starts[256] = {};
+    bool anyEmpty = false;
+    for (long k = 0; k < count; ++k) {
+        if (needles[k].mLength == 0)
+            anyEmpty = true;
+        else
+            starts[static_cast<unsigned char>(needles[k].mBuffer[0])] = true;
+    }
+    unsigned long const last = anyEmpty ? start : mLength - 1;
+    for (unsigned long p = start; p <= last; ++p) {
+        if (!anyEmpty && !starts[static_cast<unsigned char>(mBuffer[p])])
+            continue;
+        for (long k = 0; k < count; ++k) {
+            String const& n = needles[k];
+            if (p + n.mLength <= mLength && std::memcmp(mBuffer + p, n.mBuffer, n.mLength) == 0) {
+                if (which != nullptr)
+                    *which = k;
+                return p;
+            }
+        }
+    }
+    return kNotFound;
+}
+
+unsigned long String::GetMaxPrefix(String const& other, String* prefix) const {
+    unsigned long result;
+    if (mBuffer[0] != other.mBuffer[0]) {  // the terminator counts: "" differs from "a"
+        result = 0;
+    } else {
+        unsigned long const m = mLength < other.mLength ? mLength : other.mLength;
+        if (std::memcmp(mBuffer, other.mBuffer, m) == 0) {
+            result = m;
+        } else {
+            unsigned long lo = 0;
+            unsigned long hi = m;
+            while (lo + 1 < hi) {
+                unsigned long const mid = (lo + hi) / 2;
+                if (std::memcmp(mBuffer, other.mBuffer, mid) == 0)
+                    lo = mid;
+                else
+                    hi = mid;
+            }
+            result = lo;
+        }
+    }
+    if (prefix != nullptr)
+        *prefix = String(mBuffer, result);
+    return result;
+}
+
+// ---- replacement ---------------------------------------------------------------------------
+
+void String::Replace(String const& find, String const& with, unsigned long const& start) {
+    if (start >= mLength || start + find.mLength > mLength)
+        return;
+    unsigned long const p = FindBytes(mBuffer, mLength, find.mBuffer, find.mLength, start);
+    if (p == kNotFound)
+        return;
+    ValDLinkList<unsigned long> positions;
+    positions.Append(p);
+    ReplaceAtPositions(find, with, positions);
+}
+
+void String::ReplaceAll(String const& find, String const& with, unsigned long const& start) {
+    if (start >= mLength || start + find.mLength > mLength)
+        return;
+    ValDLinkList<unsigned long> positions;
+    // Deliberate: the scan resumes one byte after a match, so overlapping matches count.
+    for (unsigned long p = FindBytes(mBuffer, mLength, find.mBuffer, find.mLength, start);
+         p != kNotFound && p < mLength;
+         p = FindBytes(mBuffer, mLength, find.mBuffer, find.mLength, p + 1))
+        positions.Append(p);
+    if (positions.GetNumberOfEntry() != 0)
+        ReplaceAtPositions(find, with, positions);
+}
+
+void String::ReplaceAtPositions(String const& find, String const& with,
+                                ValDLinkList<unsigned long> const& positions) {
+    if (&find == this || &with == this) {  // the moves below would change them
+        String const findCopy(find);
+        String const withCopy(with);
+        ReplaceAtPositions(findCopy, withCopy, positions);
+        return;
+    }
+    long long const findLength = static_cast<long long>(find.mLength);
+    long long const withLength = static_cast<long long>(with.mLength);
+    long long const d = findLength - withLength;
+    long long const c = static_cast<long long>(positions.GetNumberOfEntry());
+    try {
+        long long const before = static_cast<long long>(mLength);
+        if (d < 0) {
+            long long const grown = before - d * c;
+            Resize(static_cast<unsigned long>(grown > 0 ? grown : 0));
+        }
+        long long const size = static_cast<long long>(mLength);
+        long long shift = 0;
+        long long logical = before;
+        for (ValDoubleLink<unsigned long>* node = positions.GetHead(); node != nullptr;
+             node = node->mNext) {
+            long long const p = static_cast<long long>(node->mValue) + shift;
+            if (p < 0 || p + findLength > size || p + withLength > size)
+                LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
+            if (d != 0) {
+                long long const tail = logical - p - findLength;
+                if (tail > 0) {
+                    if (p + withLength + tail > size)
+                        LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
+                    Memory::CopyOverlappedMemory(mBuffer + p + findLength, mBuffer + p + withLength,
+                                                 static_cast<unsigned long>(tail));
+                }
+                logical -= d;
+                shift -= d;
+            }
+            std::memcpy(mBuffer + p, with.mBuffer, with.mLength);
+        }
+        if (d > 0) {
+            long long const shrunk = static_cast<long long>(mLength) - d * c;
+            Resize(static_cast<unsigned long>(shrunk > 0 ? shrunk : 0));
+        }
+    } catch (Exception const&) {
+        LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
+    }
+}
+
+// ---- trimming and case ---------------------------------------------------------------------
+
+void String::TrimHead() {
+    unsigned long k = 0;
+    while (k < mLength && IsWhite(mBuffer[k]))
+        ++k;
+    if (k == 0)
+        return;
+    unsigned long const n = mLength - k;
+    if (n == 0) {
+        Clear();
+        return;
+    }
+    Memory::CopyOverlappedMemory(mBuffer + k, mBuffer, n);
+    mBuffer[n] = '\0';
+    mLength = n;
+    // Shrinking cannot fail in practice; if it does, the larger block simply stays.
+    if (char* block = static_cast<char*>(std::realloc(mBuffer, n + 1)))
+        mBuffer = block;
+}
+
+void String::TrimTrail() {
+    unsigned long n = mLength;
+    while (n > 0 && IsWhite(mBuffer[n - 1]))
+        --n;
+    if (n == mLength)
+        return;
+    // Deliberate: only the terminator moves; the block keeps its size.
+    mLength = n;
+    mBuffer[n] = '\0';
+}
+
+void String::Trim() {
+    TrimHead();
+    TrimTrail();
+}
+
+String String::TrimHead() const {
+    unsigned long k = 0;
+    while (k < mLength && IsWhite(mBuffer[k]))
+        ++k;
+    return String(mBuffer + k, mLength - k);
+}
+
+String String::TrimTrail() const {
+    unsigned long n = mLength;
+    while (n > 0 && IsWhite(mBuffer[n - 1]))
+        --n;
+    return String(mBuffer, n);
+}
+
+String String::Trim() const {
+    unsigned long k = 0;
+    while (k < mLength && IsWhite(mBuffer[k]))
+        ++k;
+    unsigned long n = mLength;
+    while (n > k && IsWhite(mBuffer[n - 1]))
+        --n;
+    return String(mBuffer + k, n - k);
+}
+
+void String::ToUpper() {
+    for (unsigned long i = 0; i < mLength; ++i)
+        mBuffer[i] = Character::ToUpper(mBuffer[i]);
+}
+
+void String::ToLower() {
+    for (unsigned long i = 0; i < mLength; ++i)
+        mBuffer[i] = Character::ToLower(mBuffer[i]);
+}
+
+String String::ToUpper() const {
+    String copy(*this);
+    copy.ToUpper();
+    return copy;
+}
+
+String String::ToLower() const {
+    String copy(*this);
+    copy.ToLower();
+    return copy;
+}
+
+// ---- digits and hashing --------------------------------------------------------------------
+
+bool String::IsDigit(char const* s, long long const& n) {
+    for (long long i = 0; i < n; ++i)
+        if (s[i] < '0' || s[i] > '9')
+            return false;
+    return true;
+}
+
+bool String::IsDigit(char const* s) { return IsDigit(s, static_cast<long long>(std::strlen(s))); }
+
+bool String::IsDigit(String const& s) {
+    return IsDigit(s.mBuffer, static_cast<long long>(s.mLength));
+}
+
+bool String::IsDigit() const { return IsDigit(*this); }
+
+unsigned long String::Hash(String const& s) {
+    return HashGenerator::DoFNV1Hash64(s.mBuffer, s.mLength);
+}
+
+unsigned long String::Hash(String const* s) { return s == nullptr ? 0 : Hash(*s); }
+
+// ---- formatting ----------------------------------------------------------------------------
+
+// GCC wrongly warns that attributes of the va_list element type are ignored in every
+// definition with a va_list const& parameter; the parameter type is part of the interface.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wattributes"
+
+void String::Sprintf(char*& buffer, unsigned long& length, char const* format,
+                     va_list const& args) {
+    unsigned long size = std::strlen(format) * 10;
+    if (size == 0)
+        return;  // Deliberate: an empty format leaves the target as it was.
+    char* block = static_cast<char*>(std::malloc(size));
+    if (block == nullptr)
+        OutOfMemory(__LINE__);
+    block[0] = '\0';
+    va_list copy;
+    va_copy(copy, const_cast<va_list&>(args));
+    int const result = std::vsnprintf(block, size, format, copy);
+    va_end(copy);
+    unsigned long n;
+    if (result < 0) {
+        // The C library rejected a conversion (an incomplete "%l", say): keep the text it
+        // wrote before failing. A negative count never reaches an allocation size.
+        block[size - 1] = '\0';
+        n = std::strlen(block);
+    } else {
+        n = static_cast<unsigned long>(result);
+    }
+    if (n > size - 1) {
+        char* larger = static_cast<char*>(std::realloc(block, n + 1));
+        if (larger == nullptr) {
+            std::free(block);
+            OutOfMemory(__LINE__);
+        }
+        block = larger;
+        va_copy(copy, const_cast<va_list&>(args));
+        std::vsnprintf(block, n + 1, format, copy);
+        va_end(copy);
+    } else if (n < size - 1) {
+        if (char* smaller = static_cast<char*>(std::realloc(block, n + 1)))
+            block = smaller;
+    }
+    block[n] = '\0';
+    if (buffer != nullptr)
+        std::free(buffer);
+    buffer = block;
+    length = n;
+}
+
+void String::FormatFrom(char const* format, va_list const& args) {
+    char* block = nullptr;
+    unsigned long length = 0;
+    Sprintf(block, length, format, args);
+    if (block != nullptr)
+        Adopt(block, length);
+}
+
+void String::Sprintf(String& target, char const* format, va_list const& args) {
+    target.FormatFrom(format, args);
+}
+#pragma GCC diagnostic pop
+
+// va_start after a reference parameter: these signatures are part of the interface. GCC and
+// clang place the variadic arguments the same way whatever the last named parameter is.
+#if defined(__clang__)
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wvarargs"
+#endif
+
+void String::Sprintf(char const* format, ...) {
+    va_list args;
+    va_start(args, format);
+    FormatFrom(format, args);
+    va_end(args);
+}
+
+void String::Sprintf(String const& format, ...) {
+    va_list args;
+    va_start(args, format);
+    FormatFrom(format.mBuffer, args);  // format may be this string: it is read before Adopt
+    va_end(args);
+}
+
+void String::Sprintf(String& target, char const* format, ...) {
+    va_list args;
+    va_start(args, format);
+    target.FormatFrom(format, args);
+    va_end(args);
+}
+
+void String::Sprintf(String& target, String const& format, ...) {
+    va_list args;
+    va_start(args, format);
+    target.FormatFrom(format.mBuffer, args);
+    va_end(args);
+}
+
+String String::SSprintf(String const& format, ...) {
+    String result;
+    va_list args;
+    va_start(args, format);
+    result.FormatFrom(format.mBuffer, args);
+    va_end(args);
+    return result;
+}
+
+#if defined(__clang__)
+#pragma clang diagnostic pop
+#endif
+}  // namespace lstd
