@@ -33,5 +33,14 @@
 #include <lstd/wstring.h>
 #include <lstd/character.h>
 #include <lstd/integer.h>
+#include <lstd/array.h>
+#include <lstd/parray.h>
+#include <lstd/signal.h>
+#include <lstd/system.h>
+#include <lstd/console.h>
+#include <lstd/hashcollection.h>
+#include <lstd/hashmap.h>
+#include <lstd/ptrhashmap.h>
+#include <lstd/valhashmap.h>
 
 #endif // LKIT_H

@@ -1,0 +1,213 @@
+// lstd/array.h - fixed-length array stored as a chain of separately allocated blocks.
+#ifndef LSTD_ARRAY_H
+#define LSTD_ARRAY_H
+
+#include <lstd/exception.h>
+#include <lstd/ptrdlinklist.h>
+#include <lstd/string.h>
+#include <lstd/valqueue.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+namespace lstd {
+
+/// Index-addressed array of T whose storage is a list of blocks rather than one allocation:
+/// a block that cannot be had is split in halves and retried, down to single elements. The
+/// array owns its elements (built when a block is made, destroyed with it). Shrinking trims
+/// with realloc: kept elements may move bitwise and trimmed ones are never destroyed, so
+/// shrink only element types that tolerate both (words, pointers). Not copyable.
+template <typename T>
+class Array {
+public:
+    /// A run of mBlockSize elements in one malloc'ed area; destroying it destroys them.
+    class Block {
+    public:
+        Block() : mData(nullptr), mBlockSize(0) {}
+        Block(Block const&) = delete;
+        Block& operator=(Block const&) = delete;
+        virtual ~Block() {
+            for (unsigned long i = 0; i < mBlockSize; ++i)
+                mData[i].~T();
+            std::free(static_cast<void*>(mData));
+        }
+
+        /// Element index of the block; throws InvalidIndexException "The index '%d' is
+        /// invalid. (mBlockSize=%d)" when index >= mBlockSize.
+        T& operator[](unsigned long const& index) {
+            if (index >= mBlockSize)
+                LSTD_THROWF(InvalidIndexException, "The index '%d' is invalid. (mBlockSize=%d)",
+                            static_cast<int>(index), static_cast<int>(mBlockSize));
+            return mData[index];
+        }
+        unsigned long GetBlockSize() const { return mBlockSize; }
+        /// Blocks are told apart by identity (the block list searches with it).
+        bool operator==(Block const& other) const { return this == &other; }
+
+    private:
+        T* mData;
+        unsigned long mBlockSize;
+
+        friend class Array;
+    };
+
+    /// length default-constructed elements (no block for 0). Throws NotEnoughMemoryException
+    /// when even a one-element block cannot be had.
+    explicit Array(unsigned long const& length);
+    Array(Array const&) = delete;
+    Array& operator=(Array const&) = delete;
+    /// Deletes every block, destroying the elements.
+    virtual ~Array() { mBlocks.Clear(1); }
+
+    /// Element index; throws InvalidIndexException "The index '%d' is invalid. (mLength=%d)"
+    /// when index >= the length.
+    T& operator[](unsigned long const& index) { return Element(index); }
+    T const& operator[](unsigned long const& index) const { return Element(index); }
+    /// The block holding index, with the position inside it stored in offset. Unlike the
+    /// element access this never throws: out of range it returns null, offset untouched.
+    Block* GetBlock(unsigned long const& index, unsigned long& offset) const;
+    /// Grows by a new block of default-constructed elements (several when memory is short),
+    /// or shrinks from the end; the length changes only when that succeeded. Throws
+    /// NotEnoughMemoryException.
+    void Resize(unsigned long const& length);
+    /// Assigns value to every element.
+    void Fill(T const& value);
+    unsigned long GetLength() const { return mLength; }
+
+protected:
+    /// Adds storage for count more elements after the last block (see the class comment).
+    /// Blocks made before a failure stay. Throws NotEnoughMemoryException.
+    void AppendBlock(unsigned long const& count);
+    /// Drops storage for count elements from the end: whole blocks are deleted, the last
+    /// remaining one is trimmed in place. Throws NotEnoughMemoryException "Cannot resize
+    /// block." when trimming fails.
+    void ShrinkBlock(unsigned long const& count);
+
+private:
+    T& Element(unsigned long const& index) const;
+
+    PtrDLinkList<Block> mBlocks;
+    unsigned long mLength;
+};
+
+template <typename T>
+Array<T>::Array(unsigned long const& length) : mLength(length) {
+    try {
+        AppendBlock(length);
+    } catch (...) {
+        mBlocks.Clear(1);  // the destructor does not run for a failed construction
+        throw;
+    }
+}
+
+template <typename T>
+typename Array<T>::Block* Array<T>::GetBlock(unsigned long const& index,
+                                             unsigned long& offset) const {
+    PtrDoubleLink<Block>* node = mBlocks.GetHead();
+    if (index >= mLength || node == nullptr)
+        return nullptr;
+    if (node->mNext == nullptr) {  // one block, the usual case: no walk
+        offset = index;
+        return node->mItem;
+    }
+    unsigned long rest = index;
+    for (; node != nullptr; node = node->mNext) {
+        if (node->mItem->mBlockSize > rest) {
+            offset = rest;
+            return node->mItem;
+        }
+        rest -= node->mItem->mBlockSize;
+    }
+    return nullptr;
+}
+
+template <typename T>
+T& Array<T>::Element(unsigned long const& index) const {
+    unsigned long offset = 0;
+    Block* block = GetBlock(index, offset);
+    if (block == nullptr)
+        LSTD_THROWF(InvalidIndexException, "The index '%d' is invalid. (mLength=%d)",
+                    static_cast<int>(index), static_cast<int>(mLength));
+    return (*block)[offset];
+}
+
+template <typename T>
+void Array<T>::Resize(unsigned long const& length) {
+    if (length > mLength)
+        AppendBlock(length - mLength);
+    else if (length < mLength)
+        ShrinkBlock(mLength - length);
+    mLength = length;
+}
+
+template <typename T>
+void Array<T>::Fill(T const& value) {
+    for (unsigned long i = 0; i < mLength; ++i)
+        (*this)[i] = value;
+}
+
+template <typename T>
+void Array<T>::AppendBlock(unsigned long const& count) {
+    if (count == 0)
+        return;
+    // First in, first out: the halves of a failed size are tried after the sizes already
+    // waiting, and blocks are appended in the order they succeed.
+    ValQueue<unsigned long> pending;
+    pending.Push(count);
+    unsigned long size = 0;
+    while (pending.RemoveFirst(&size)) {
+        Block* block;
+        try {
+            block = new Block();
+        } catch (std::bad_alloc const& e) {
+            LSTD_THROW(NotEnoughMemoryException, e.what());
+        }
+        void* storage = nullptr;
+        if (size <= SIZE_MAX / sizeof(T))
+            storage = std::malloc(size * sizeof(T));
+        if (storage == nullptr) {
+            delete block;
+            if (size == 1)
+                LSTD_THROW(NotEnoughMemoryException, "Out of memory");
+            pending.Push(size >> 1);
+            pending.Push(size - (size >> 1));
+            continue;
+        }
+        std::memset(storage, 0, size * sizeof(T));
+        block->mData = static_cast<T*>(storage);
+        try {
+            for (; block->mBlockSize < size; ++block->mBlockSize)
+                new (static_cast<void*>(block->mData + block->mBlockSize)) T();
+            mBlocks.Append(block);
+        } catch (...) {
+            delete block;  // destroys the elements built so far
+            throw;
+        }
+    }
+}
+
+template <typename T>
+void Array<T>::ShrinkBlock(unsigned long const& count) {
+    unsigned long rest = count;
+    while (rest > 0 && mBlocks.GetTail() != nullptr) {
+        Block* last = mBlocks.GetTail()->mItem;
+        if (last->mBlockSize <= rest) {
+            rest -= last->mBlockSize;
+            delete mBlocks.RemoveLast();
+            continue;
+        }
+        unsigned long const kept = last->mBlockSize - rest;
+        // Deliberate: the trimmed elements are not destroyed, only released with the storage;
+        // the element types shrunk in the library (words, pointers) hold nothing.
+        void* storage = std::realloc(static_cast<void*>(last->mData), kept * sizeof(T));
+        if (storage == nullptr)
+            LSTD_THROW(NotEnoughMemoryException, "Cannot resize block.");
+        last->mData = static_cast<T*>(storage);
+        last->mBlockSize = kept;
+        return;
+    }
+}
+}  // namespace lstd
+#endif  // LSTD_ARRAY_H

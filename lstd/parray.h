@@ -1,0 +1,175 @@
+// lstd/parray.h - fixed-length array of T pointers stored as a chain of blocks.
+#ifndef LSTD_PARRAY_H
+#define LSTD_PARRAY_H
+
+#include <lstd/exception.h>
+#include <lstd/ptrdlinklist.h>
+#include <lstd/string.h>
+#include <lstd/valqueue.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+
+namespace lstd {
+
+/// Array<T>'s block structure holding T pointers. It owns the slots only, never the
+/// objects pointed to: whoever stores a pointer deletes the object. New slots are null.
+/// Not copyable.
+template <typename T>
+class PArray {
+public:
+    /// A run of mBlockSize pointer slots in one malloc'ed area.
+    class PBlock {
+    public:
+        PBlock() : mData(nullptr), mBlockSize(0) {}
+        PBlock(PBlock const&) = delete;
+        PBlock& operator=(PBlock const&) = delete;
+        /// Frees the slots; deliberately leaves the pointed-to objects alone.
+        virtual ~PBlock() { std::free(static_cast<void*>(mData)); }
+
+        /// Slot index of the block; throws InvalidIndexException "The index '%d' is invalid.
+        /// (mBlockSize=%d)" when index >= mBlockSize.
+        T*& operator[](unsigned long const& index) {
+            if (index >= mBlockSize)
+                LSTD_THROWF(InvalidIndexException, "The index '%d' is invalid. (mBlockSize=%d)",
+                            static_cast<int>(index), static_cast<int>(mBlockSize));
+            return mData[index];
+        }
+        unsigned long GetBlockSize() const { return mBlockSize; }
+        /// Blocks are told apart by identity (the block list searches with it).
+        bool operator==(PBlock const& other) const { return this == &other; }
+
+    private:
+        T** mData;
+        unsigned long mBlockSize;
+
+        friend class PArray;
+    };
+
+    /// length null slots (no block for 0). Throws NotEnoughMemoryException when even a
+    /// one-slot block cannot be had.
+    explicit PArray(unsigned long const& length);
+    PArray(PArray const&) = delete;
+    PArray& operator=(PArray const&) = delete;
+    /// Frees the slots; no stored object is deleted.
+    virtual ~PArray() { mBlocks.Clear(1); }
+
+    /// Slot index; throws InvalidIndexException "The index '%d' is invalid. (mLength=%d)"
+    /// when index >= the length.
+    T*& operator[](unsigned long const& index) { return Slot(index); }
+    T* operator[](unsigned long const& index) const { return Slot(index); }
+    /// Grows by a new block of null slots (several when memory is short), or shrinks from
+    /// the end (the pointers of dropped slots are forgotten, not deleted); the length
+    /// changes only when that succeeded. Throws NotEnoughMemoryException.
+    void Resize(unsigned long const& length);
+    unsigned long GetLength() const { return mLength; }
+
+protected:
+    /// Adds count null slots after the last block, splitting failed sizes in halves as
+    /// Array::AppendBlock does. Throws NotEnoughMemoryException.
+    void Allocate(unsigned long const& count);
+    /// Drops count slots from the end: whole blocks are deleted, the last remaining one is
+    /// trimmed in place. Throws NotEnoughMemoryException "Cannot resize block.".
+    void ShrinkBlock(unsigned long const& count);
+
+private:
+    T*& Slot(unsigned long const& index) const;
+
+    PtrDLinkList<PBlock> mBlocks;
+    unsigned long mLength;
+};
+
+template <typename T>
+PArray<T>::PArray(unsigned long const& length) : mLength(length) {
+    try {
+        Allocate(length);
+    } catch (...) {
+        mBlocks.Clear(1);  // the destructor does not run for a failed construction
+        throw;
+    }
+}
+
+template <typename T>
+T*& PArray<T>::Slot(unsigned long const& index) const {
+    PtrDoubleLink<PBlock>* node = index < mLength ? mBlocks.GetHead() : nullptr;
+    unsigned long rest = index;
+    if (node != nullptr && node->mNext != nullptr) {  // one block, the usual case: no walk
+        while (node != nullptr && node->mItem->mBlockSize <= rest) {
+            rest -= node->mItem->mBlockSize;
+            node = node->mNext;
+        }
+    }
+    if (node == nullptr)
+        LSTD_THROWF(InvalidIndexException, "The index '%d' is invalid. (mLength=%d)",
+                    static_cast<int>(index), static_cast<int>(mLength));
+    return (*node->mItem)[rest];
+}
+
+template <typename T>
+void PArray<T>::Resize(unsigned long const& length) {
+    if (length > mLength)
+        Allocate(length - mLength);
+    else if (length < mLength)
+        ShrinkBlock(mLength - length);
+    mLength = length;
+}
+
+template <typename T>
+void PArray<T>::Allocate(unsigned long const& count) {
+    if (count == 0)
+        return;
+    ValQueue<unsigned long> pending;  // first in, first out, as in Array::AppendBlock
+    pending.Push(count);
+    unsigned long size = 0;
+    while (pending.RemoveFirst(&size)) {
+        PBlock* block;
+        try {
+            block = new PBlock();
+        } catch (std::bad_alloc const& e) {
+            LSTD_THROW(NotEnoughMemoryException, e.what());
+        }
+        void* storage = nullptr;
+        if (size <= SIZE_MAX / sizeof(T*))
+            storage = std::malloc(size * sizeof(T*));
+        if (storage == nullptr) {
+            delete block;
+            if (size == 1)
+                LSTD_THROW(NotEnoughMemoryException, "Out of memory");
+            pending.Push(size >> 1);
+            pending.Push(size - (size >> 1));
+            continue;
+        }
+        block->mData = static_cast<T**>(storage);
+        for (block->mBlockSize = 0; block->mBlockSize < size; ++block->mBlockSize)
+            block->mData[block->mBlockSize] = nullptr;
+        try {
+            mBlocks.Append(block);
+        } catch (...) {
+            delete block;
+            throw;
+        }
+    }
+}
+
+template <typename T>
+void PArray<T>::ShrinkBlock(unsigned long const& count) {
+    unsigned long rest = count;
+    while (rest > 0 && mBlocks.GetTail() != nullptr) {
+        PBlock* last = mBlocks.GetTail()->mItem;
+        if (last->mBlockSize <= rest) {
+            rest -= last->mBlockSize;
+            delete mBlocks.RemoveLast();
+            continue;
+        }
+        unsigned long const kept = last->mBlockSize - rest;
+        void* storage = std::realloc(static_cast<void*>(last->mData), kept * sizeof(T*));
+        if (storage == nullptr)
+            LSTD_THROW(NotEnoughMemoryException, "Cannot resize block.");
+        last->mData = static_cast<T**>(storage);
+        last->mBlockSize = kept;
+        return;
+    }
+}
+}  // namespace lstd
+#endif  // LSTD_PARRAY_H
