@@ -42,5 +42,14 @@
 #include <lstd/hashmap.h>
 #include <lstd/ptrhashmap.h>
 #include <lstd/valhashmap.h>
+#include <lstd/tokenizer.h>
+#include <lstd/enclosuretokenizer.h>
+#include <lstd/circularbuffer.h>
+#include <lstd/valmatrix.h>
+#include <lstd/regexpr.h>
+#include <lstd/time.h>
+#include <lstd/date.h>
+#include <lstd/timer.h>
+#include <lstd/bitset.h>
 
 #endif // LKIT_H
