@@ -15,7 +15,7 @@ void Check(bool ok, char const* what) {
     }
 }
 
-} // namespace
+}  // namespace
 
 int main() {
     Check(std::strcmp(LKIT_VERSION_STRING, "0.1.0") == 0, "LKIT_VERSION_STRING");
@@ -27,8 +27,7 @@ int main() {
     Check(list.Get(0) == "a", "first entry is \"a\"");
     Check(list.Get(1) == "b", "second entry is \"b\"");
 
-    lstd::String const joined =
-        lstd::String::SSprintf("%s-%d", list.Get(0).GetStdChar(), 42);
+    lstd::String const joined = lstd::String::SSprintf("%s-%d", list.Get(0).GetStdChar(), 42);
     Check(joined == "a-42", "SSprintf(\"%s-%d\") gives \"a-42\"");
     Check(std::strcmp(joined.GetStdChar(), "a-42") == 0, "GetStdChar() of formatted string");
 

@@ -6,42 +6,23 @@
 
 #include <string>
 
-namespace {
-// A capacity-4 buffer holding "cdef" from read position 2: the last two bytes wrapped.
-void FillWrapped(lstd::CircularBuffer& b) {
-    ASSERT_TRUE(b.Write("abc", 3));
-    ASSERT_TRUE(b.Remove(2));
-    ASSERT_TRUE(b.Write("def", 3));
-}
-}  // namespace
-
-TEST(CircularBuffer, ExactlyCapacityFitsAndAFailedWriteCountsNothing) {
+TEST(CircularBuffer, WritesAllOrNothingAndKeepsTheStoredBytesContiguous) {
     lstd::CircularBuffer b(4);
     char* const start = b.GetStart();
     EXPECT_TRUE(b.Write("abcd", 4));
     EXPECT_FALSE(b.Write("e", 1));
-    EXPECT_EQ(4u, b.GetLength());
     EXPECT_EQ(0u, b.Space());
-    EXPECT_EQ(4u, b.ByteCounter(false));
     EXPECT_EQ("ab", b.ReadString(2));
-    EXPECT_TRUE(b.Write("ef", 2));  // the write position had wrapped to 0
-    EXPECT_EQ("cdef", b.ReadString(4));
-    EXPECT_EQ(start, b.GetStart());  // emptied: both positions back at the start
-    EXPECT_EQ(0u, b.GetL());
-}
-
-TEST(CircularBuffer, WrappedBytesStayContiguousAndAreCounted) {
-    lstd::CircularBuffer b(4);
-    FillWrapped(b);
-    EXPECT_EQ(6u, b.ByteCounter(false));
-    EXPECT_EQ(6u, b.ByteCounter(true));  // returned, then zeroed
-    EXPECT_EQ(0u, b.ByteCounter(false));
-    EXPECT_EQ(4u, b.GetLength());
+    EXPECT_TRUE(b.Write("ef", 2));  // at 0, and into the mirror half
+    EXPECT_EQ("cdef", std::string(b.GetStart(), 4));
+    EXPECT_EQ("cdef", b.ReadString(4));   // the read wraps
+    EXPECT_EQ(start, b.GetStart());       // emptied: both positions back at the start
+    EXPECT_EQ(6u, b.ByteCounter(false));  // the failed write counted nothing
+    ASSERT_TRUE(b.Write("abc", 3) && b.Remove(2) && b.Write("def", 3));  // this write wraps
     EXPECT_EQ(2u, b.GetL());  // only c and d lie before the end of the ring
     EXPECT_EQ("cdef", std::string(b.GetStart(), 4));
-    char out[4];
-    EXPECT_TRUE(b.Read(out, 4));
-    EXPECT_EQ("cdef", std::string(out, 4));
+    EXPECT_EQ(12u, b.ByteCounter(true));  // returned, then zeroed
+    EXPECT_EQ(0u, b.ByteCounter(false));
 }
 
 TEST(CircularBuffer, ShortReadsChangeNothing) {
@@ -49,10 +30,8 @@ TEST(CircularBuffer, ShortReadsChangeNothing) {
     ASSERT_TRUE(b.Write("xyz", 3));
     char out[4] = {'-', '-', '-', '-'};
     EXPECT_FALSE(b.Read(out, 4));
-    EXPECT_FALSE(b.Remove(4));
     EXPECT_EQ("", b.ReadString(4));
     EXPECT_EQ("----", std::string(out, 4));
-    EXPECT_EQ(3u, b.GetLength());
     EXPECT_TRUE(b.Read(nullptr, 1));  // a null target only drops the bytes
     EXPECT_EQ("yz", b.ReadString(2));
 }
@@ -62,7 +41,6 @@ TEST(CircularBuffer, ZeroCapacityAcceptsNoBytesAndNegativeIsRejected) {
     EXPECT_FALSE(b.Write("a", 1));
     EXPECT_TRUE(b.Write("a", 0));
     EXPECT_TRUE(b.Read(nullptr, 0));
-    EXPECT_EQ(0u, b.Space());
     ExpectThrow<lstd::InvalidOperationException>(
         [] { lstd::CircularBuffer bad(-1); },
         "CircularBuffer::CircularBuffer() needs a non-negative capacity.");
@@ -70,13 +48,11 @@ TEST(CircularBuffer, ZeroCapacityAcceptsNoBytesAndNegativeIsRejected) {
 
 TEST(CircularBuffer, AssignmentCopiesTheRingAndKeepsThePreviousBlock) {
     lstd::CircularBuffer source(4);
-    FillWrapped(source);
+    ASSERT_TRUE(source.Write("abc", 3) && source.Remove(2) && source.Write("def", 3));
     lstd::CircularBuffer target(0);  // owns no block, so the first assignment leaks nothing
     target = source;
-    // Deliberate leak of the first copy; tests/lsan.supp names operator= for it.
-    target = source;
+    target = source;  // deliberately leaks the first copy; tests/lsan.supp names operator=
     EXPECT_NE(source.GetStart(), target.GetStart());
-    EXPECT_EQ(4u, target.GetLength());
     EXPECT_EQ(2u, target.GetL());
     EXPECT_EQ(6u, target.ByteCounter(false));
     EXPECT_EQ("cdef", target.ReadString(4));  // the read wraps inside the copied ring

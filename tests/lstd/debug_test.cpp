@@ -11,7 +11,7 @@
 namespace {
 
 class DebugTest : public testing::Test {
-  protected:
+protected:
     void SetUp() override { lstd::Debug::SetDebugMode(lstd::Debug::MODE_INFO); }
     void TearDown() override { lstd::Debug::SetDebugMode(lstd::Debug::MODE_INFO); }
 
@@ -32,13 +32,13 @@ class DebugTest : public testing::Test {
 TEST_F(DebugTest, ModeFiltersSeverities) {
     struct Row {
         lstd::Debug::DebugModeType mode;
-        char const *printed;
+        char const* printed;
     } const rows[] = {{lstd::Debug::MODE_INFO, "iweI1W2E3"},
                       {lstd::Debug::MODE_WARNING, "weW2E3"},
                       {lstd::Debug::MODE_ERROR, "eE3"},
                       {lstd::Debug::MODE_QUIET, ""},
                       {static_cast<lstd::Debug::DebugModeType>(7), ""}};
-    for (Row const &row : rows) {
+    for (Row const& row : rows) {
         SCOPED_TRACE(row.mode);
         lstd::Debug::SetDebugMode(row.mode);
         EXPECT_EQ(row.mode, lstd::Debug::GetDebugMode());
@@ -64,7 +64,7 @@ TEST(DebugDeathTest, InitRedirectsStandardOutputIntoTheFile) {
         {
             lstd::Debug::Init(lstd::String(first.c_str()));
             lstd::Debug::Info("to %s", "first");
-            lstd::Debug::Init(lstd::String(second.c_str())); // closes the first file
+            lstd::Debug::Init(lstd::String(second.c_str()));  // closes the first file
             lstd::Debug::Error(lstd::String("to second"));
             lstd::Debug::Terminate();
             std::_Exit(0);
@@ -88,4 +88,4 @@ TEST(DebugDeathTest, InitWithEmptyPathClosesWithoutReopening) {
         testing::ExitedWithCode(0), "");
     EXPECT_EQ("kept", lkit_test::ReadFile(path));
 }
-} // namespace
+}  // namespace

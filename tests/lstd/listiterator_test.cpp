@@ -61,17 +61,13 @@ TEST_F(ListIterator, StepsIgnoreFreshFlag) {
     EXPECT_TRUE(++it && ++it);
     EXPECT_FALSE(++it);
     EXPECT_EQ(Pos(it), (V{3, 0, 2, 1}));
-    EXPECT_TRUE(--it);
-    EXPECT_EQ(it.GetCurPosition(), 2u);
+    EXPECT_TRUE(--it && it.GetCurPosition() == 2);
     it.Reset(1, 1, -1);
-    EXPECT_FALSE(--it);  // at begin: does not move
-    EXPECT_EQ(it.GetCurPosition(), 1u);
+    EXPECT_FALSE(--it || it.GetCurPosition() != 1);  // at begin: does not move
     it.Reset(1, 7, -1);
-    EXPECT_FALSE(--it);  // moves to 2, which is below begin
-    EXPECT_EQ(it.GetCurPosition(), 2u);
+    EXPECT_FALSE(--it || it.GetCurPosition() != 2);  // moves to 2, which is below begin
     it.Clear();
-    EXPECT_EQ(it.GetCollection(), nullptr);
-    EXPECT_EQ(it.GetCurPosition(), 3u);
+    EXPECT_TRUE(it.GetCollection() == nullptr && it.GetCurPosition() == 3);
     ExpectThrow<NotInitializedIteratorException>([&] { ++it; }, "Iterator not initialized");
 }
 

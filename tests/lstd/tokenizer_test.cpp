@@ -10,143 +10,105 @@
 namespace {
 using Strings = std::vector<std::string>;
 
-// Calls next until it returns false (at most 20 times) and collects the tokens.
-template <class F>
-Strings Drain(F next) {
+// Up to max tokens of t.Next(args..., token), stopping where it returns false.
+template <class T, class... A>
+Strings Tokens(unsigned max, T& t, A const&... args) {
     Strings out;
-    lstd::String token;
-    for (int i = 0; i < 20 && next(token); ++i)
+    for (lstd::String token; out.size() < max && t.Next(args..., token);)
         out.emplace_back(token.GetStdChar(), token.GetLength());
     return out;
 }
+
+// "start-end" of the last enclosure.
+std::string Span(lstd::EnclosureTokenizer const& t) {
+    return std::to_string(t.GetStartPosition()) + "-" + std::to_string(t.GetEndPosition());
+}
 }  // namespace
 
-TEST(Tokenizer, WhiteSpaceRunsSkippedAndTrailingRunGivesOneEmptyToken) {
-    lstd::Tokenizer t("  a b  ");
-    EXPECT_EQ((Strings{"a", "b", ""}), Drain([&](lstd::String& s) { return t.Next(s); }));
-    EXPECT_EQ(7u, t.GetPosition());
-    t.Init("x\r\n\ty");
-    EXPECT_EQ(0u, t.GetPosition());
-    EXPECT_EQ((Strings{"x", "y"}), Drain([&](lstd::String& s) { return t.Next(s); }));
-    t.Init("");
-    EXPECT_EQ(Strings{}, Drain([&](lstd::String& s) { return t.Next(s); }));
-}
-
-TEST(Tokenizer, SingleDelimiterStopsWhenTheDelimiterNoLongerFits) {
+TEST(Tokenizer, CutsAtDelimitersAndRejectsAnEmptyOne) {
+    lstd::Tokenizer t("  a b  ");  // white space: a trailing run gives one empty token
+    EXPECT_EQ((Strings{"a", "b", ""}), Tokens(20, t));
+    t.Init("x\r\n\ty");  // restarts at 0
+    EXPECT_EQ((Strings{"x", "y"}), Tokens(20, t));
+    // count < 0: the single-delimiter form, which stops once the delimiter no longer fits.
     struct Row {
-        char const* delimiter;
+        std::vector<lstd::String> delimiters;
+        long count;
         char const* text;
         Strings tokens;
     } const rows[] = {
-        {",", "a,,b", {"a", "b"}},
-        {",", "a,", {"a"}},
-        {",", "a,,", {"a", ""}},
-        {",", ",,,", {""}},
-        {",", "", {}},
-        {"::", "a::b", {"a"}},
-        {"::", "a", {}},
-        {"::", "a::::", {"a", ""}},
-        {"::", "::ab::cd", {"ab", "cd"}},
+        {{"::"}, -1, "a::b", {"a"}},
+        {{"::"}, -1, "a::::", {"a", ""}},
+        {{"::"}, -1, "::ab::cd", {"ab", "cd"}},
+        {{"::"}, 1, "a::b", {"a", "b"}},       // the array form returns the short last token
+        {{"ab", "a"}, 2, "xaby", {"x", "y"}},  // the earlier delimiter wins
+        {{"a", "ab"}, 2, "xaby", {"x", "by"}},
+        {{}, 0, "a b", {"a b"}},  // no delimiter: the rest is one token
     };
     for (Row const& row : rows) {
-        SCOPED_TRACE(std::string(row.delimiter) + " on " + row.text);
-        lstd::Tokenizer t(row.text);
-        lstd::String const delimiter(row.delimiter);
-        EXPECT_EQ(row.tokens, Drain([&](lstd::String& s) { return t.Next(delimiter, s); }));
+        SCOPED_TRACE(std::to_string(row.count) + " on " + row.text);
+        t.Init(row.text);
+        EXPECT_EQ(row.tokens, row.count < 0 ? Tokens(20, t, row.delimiters[0])
+                                            : Tokens(20, t, row.delimiters.data(), row.count));
     }
-}
-
-TEST(Tokenizer, ArrayFormReturnsTheShortLastTokenAndEarlierDelimiterWins) {
-    lstd::String const colons[] = {lstd::String("::")};
-    lstd::Tokenizer t("a::b");
-    EXPECT_EQ((Strings{"a", "b"}), Drain([&](lstd::String& s) { return t.Next(colons, 1, s); }));
-    lstd::String const longFirst[] = {lstd::String("ab"), lstd::String("a")};
-    t.Init("xaby");
-    EXPECT_EQ((Strings{"x", "y"}), Drain([&](lstd::String& s) { return t.Next(longFirst, 2, s); }));
-    lstd::String const shortFirst[] = {lstd::String("a"), lstd::String("ab")};
-    t.Init("xaby");
-    EXPECT_EQ((Strings{"x", "by"}),
-              Drain([&](lstd::String& s) { return t.Next(shortFirst, 2, s); }));
-    t.Init("a b");  // no delimiter at all: the rest is one token
-    EXPECT_EQ((Strings{"a b"}), Drain([&](lstd::String& s) { return t.Next(colons, 0, s); }));
-}
-
-TEST(Tokenizer, EmptyDelimiterIsRejected) {
-    lstd::Tokenizer t("a,b");
     lstd::String token;
+    lstd::String const withEmpty[] = {",", ""};
     char const* message = "Tokenizer::Next() needs a non-empty delimiter.";
-    ExpectThrow<lstd::InvalidOperationException>([&] { t.Next(lstd::String(), token); }, message);
-    lstd::String const withEmpty[] = {lstd::String(","), lstd::String()};
+    t.Init("a,b");
+    ExpectThrow<lstd::InvalidOperationException>([&] { t.Next(withEmpty[1], token); }, message);
     ExpectThrow<lstd::InvalidOperationException>([&] { t.Next(withEmpty, 2, token); }, message);
     EXPECT_EQ(0u, t.GetPosition());
 }
 
 TEST(TTokenizer, RemembersTheDelimitersAroundTheLastToken) {
-    lstd::String const delimiters[] = {lstd::String(" "), lstd::String(",")};
+    lstd::String const delimiters[] = {" ", ","};
     lstd::TTokenizer t(" ,x y");
     lstd::Tokenizer& base = t;  // the Next forms are virtual
-    lstd::String token;
-    ASSERT_TRUE(base.Next(delimiters, 2, token));
-    EXPECT_EQ("x", token);
+    EXPECT_EQ(Strings{"x"}, Tokens(1, base, delimiters, 2));
     EXPECT_TRUE(t.IsLeftMatchedSeperator(",") && t.IsRightMatchedSeperator(" "));
-    ASSERT_TRUE(base.Next(delimiters, 2, token));
-    EXPECT_EQ("y", token);
+    EXPECT_EQ(Strings{"y"}, Tokens(1, base, delimiters, 2));
     EXPECT_TRUE(t.IsLeftMatchedSeperator("") && t.IsRightMatchedSeperator(""));
     t.Init("\tp\nq");
-    ASSERT_TRUE(t.Next(token));
+    EXPECT_EQ(Strings{"p"}, Tokens(1, t));
     EXPECT_TRUE(t.IsMatchedSeperator("\t") && t.IsMatchedSeperator("\n"));
-    ASSERT_TRUE(base.Next(lstd::String("-"), token));
+    EXPECT_EQ(Strings{"q"}, Tokens(1, base, lstd::String("-")));
     EXPECT_FALSE(t.IsMatchedSeperator("\t") || t.IsMatchedSeperator("\n"));
 }
 
 TEST(EnclosureTokenizer, NestingAllowedGivesTheWholeEnclosure) {
     lstd::EnclosureTokenizer t;
+    EXPECT_EQ(Strings{}, Tokens(1, t, "(", ")"));  // no text before Init
     lstd::String token("keep");
-    EXPECT_FALSE(t.Next("(", ")", token));  // no text before Init
-    t.Init("x (abc", 1);                    // left open to the end
+    t.Init("x (abc", 1);  // left open to the end
     EXPECT_FALSE(t.Next("(", ")", token));
     EXPECT_EQ("keep", token);
-    EXPECT_EQ(2u, t.GetStartPosition());
-    EXPECT_EQ(6u, t.GetEndPosition());
+    EXPECT_EQ("2-6", Span(t));
     t.Init("f(a(b)c) d", 1);
-    ASSERT_TRUE(t.Next("(", ")", token));
-    EXPECT_EQ("a(b)c", token);
-    EXPECT_EQ(1u, t.GetStartPosition());
-    EXPECT_EQ(8u, t.GetEndPosition());
-    EXPECT_FALSE(t.Next("(", ")", token));
+    EXPECT_EQ(Strings{"a(b)c"}, Tokens(1, t, "(", ")"));
+    EXPECT_EQ("1-8", Span(t));
     t.Init("<!--x--><!---->", 0);  // longer markers; a close may follow the open directly
-    EXPECT_EQ((Strings{"x", ""}), Drain([&](lstd::String& s) { return t.Next("<!--", "-->", s); }));
+    EXPECT_EQ((Strings{"x", ""}), Tokens(20, t, "<!--", "-->"));
 }
 
-TEST(EnclosureTokenizer, NestingNotAllowedThrowsWithBothMarkers) {
+TEST(EnclosureTokenizer, NestingNotAllowedThrowsAndADoubledMarkerIsText) {
     lstd::EnclosureTokenizer t;
     lstd::String token;
     t.Init("f(a(b)c) d", 0);
     ExpectThrow<lstd::InvalidEnclosureToken>([&] { t.Next("(", ")", token); },
                                              ") token is expected, but met (");
-    EXPECT_EQ(1u, t.GetStartPosition());
-    EXPECT_EQ(3u, t.GetEndPosition());
+    EXPECT_EQ("1-3", Span(t));
     t.Init("\"a\" b", 0);  // the same marker both ways: the second one opens
     ExpectThrow<lstd::InvalidEnclosureToken>([&] { t.Next("\"", "\"", token); },
                                              "\" token is expected, but met \"");
     t.Init("\"a\" b", 1);
-    EXPECT_FALSE(t.Next("\"", "\"", token));
+    EXPECT_EQ(Strings{}, Tokens(1, t, "\"", "\""));
     ExpectThrow<lstd::InvalidOperationException>(
         [&] { t.Next("", ")", token); }, "EnclosureTokenizer::Next() needs non-empty markers.");
-}
-
-TEST(EnclosureTokenizer, DoubledMarkerIsNotAMarkerAtItsFirstCopy) {
-    lstd::EnclosureTokenizer t;
-    t.Init("((a))", 0);
-    lstd::String token;
-    ASSERT_TRUE(t.Next("(", ")", token));
-    EXPECT_EQ("a)", token);
-    EXPECT_EQ(1u, t.GetStartPosition());
-    EXPECT_EQ(5u, t.GetEndPosition());
+    t.Init("((a))", 0);  // a marker followed by a copy of itself is not one
+    EXPECT_EQ(Strings{"a)"}, Tokens(1, t, "(", ")"));
     t.Init("ab::::c::", 0);
-    bool const expected[] = {false, false, false, true, true, false, false, true, false, false};
-    for (unsigned long pos = 0; pos < 10; ++pos) {
-        SCOPED_TRACE(pos);
-        EXPECT_EQ(expected[pos], t.IsSeparatorChar(pos, "::"));
-    }
+    std::string marks;  // one digit per position, one past the end included
+    for (unsigned long pos = 0; pos < 10; ++pos)
+        marks += t.IsSeparatorChar(pos, "::") ? '1' : '0';
+    EXPECT_EQ("0001100100", marks);
 }

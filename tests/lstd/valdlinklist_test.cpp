@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <lkit.h>
 
-#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -30,18 +29,17 @@ V Items(lstd::ValDLAbstractList<int> const& l) {
         out.push_back(l.Get(i));
     return out;
 }
-void Fill(lstd::ValDLinkList<int>& l, std::initializer_list<int> values) {
-    for (int v : values)
-        l.Append(v);
+template <class... T>
+void Fill(lstd::ValDLinkList<int>& l, T... values) {
+    (l.Append(values), ...);
 }
 
 struct ValDLinkList : ::testing::Test {
-    ValDLinkList() { Fill(list, {10, 20, 30}); }
+    ValDLinkList() { Fill(list, 10, 20, 30); }
     lstd::ValDLinkList<int> list, out, empty;
     lstd::ValDLAbstractListIterator<int> it;
     int value = -1;
 };
-struct ValDLAbstractListIterator : ValDLinkList {};
 }  // namespace
 
 TEST_F(ValDLinkList, CopiesInAndOut) {
@@ -121,15 +119,15 @@ TEST_F(ValDLinkList, SearchAndRemove) {
 }
 
 TEST_F(ValDLinkList, RemoveAllAndRemoveList) {
-    Fill(list, {10, 30});
-    Fill(out, {99});
+    Fill(list, 10, 30);
+    Fill(out, 99);
     list.RemoveAll(10, &out);  // out is emptied first
     EXPECT_EQ(Items(out), (V{10, 10}));
-    Fill(list, {10});
-    Fill(empty, {10, 30});
+    Fill(list, 10);
+    Fill(empty, 10, 30);
     list.RemoveAll(empty, &out);  // Deliberate: only the last value's removals remain.
     EXPECT_EQ(Items(out), (V{30, 30}));
-    Fill(list, {30, 10});
+    Fill(list, 30, 10);
     list.Remove(empty, &out);  // appends, out is not emptied
     EXPECT_EQ(Items(out), (V{30, 30, 10, 30}));
     EXPECT_EQ(Items(list), (V{20}));
@@ -142,11 +140,7 @@ TEST_F(ValDLinkList, SwapAndAppendZeroZeroTakesAll) {
     EXPECT_EQ(Items(list), (V{30, 20, 10}));
     out.Append(list, 0, 0);  // Deliberate: (0, 0) appends the whole list.
     out.Append(list, 1, 1);
-    out.Append(list, 2, -1);
-    out.Append(empty, 4, 4);
-    ExpectThrow<InvalidOperationException>([&] { out.Append(list, 4, 0); },
-                                           "Initial position '4' is out of range (0 -> 3 - 1).");
-    EXPECT_EQ(Items(out), (V{30, 20, 10, 20, 10}));
+    EXPECT_EQ(Items(out), (V{30, 20, 10, 20}));
 }
 
 TEST(ValQueue, FirstInFirstOut) {
@@ -161,28 +155,26 @@ TEST(ValQueue, FirstInFirstOut) {
     EXPECT_FALSE(q.RemoveFirst(&value));
 }
 
-TEST_F(ValDLAbstractListIterator, Protocol) {
-    std::unique_ptr<lstd::IValOrderListIterator<int>> i(list.CreateIterator(0, 0, -1));
-    V seen;
-    while (++*i)  // true three times, the first without moving
-        seen.push_back(i->Get());
-    EXPECT_EQ(seen, (V{10, 20, 30}));
-    EXPECT_EQ(i->GetCurPosition(), 3u);
-    it.Init(list, 1, 0, 1);
-    EXPECT_TRUE(++it && it.Get(value) && value == 20);
-    it.Set(21);
-    EXPECT_FALSE(++it);
+// Steps and removal moves are shared with the pointer list and checked there; smoke checks.
+TEST_F(ValDLinkList, IteratorCopiesAndRemoves) {
+    std::unique_ptr<lstd::IValOrderListIterator<int>> i(list.CreateIterator(1, 0, -1));
+    EXPECT_TRUE(++*i && i->Get(value) && value == 20);
+    i->Set(21);
     EXPECT_EQ(list[1], 21);
-    ExpectThrow<InvalidOperationException>([&] { it.Reset(3, 0, -1); },
-                                           "Initial position '3' is out of range (0 -> 3 - 1).");
+    it.Init(list, 0, 0, -1);
+    ++it;
+    EXPECT_TRUE(list.Remove(it, 0, &value) && value == 10);  // the value is copied out
+    EXPECT_TRUE(++it && it.Get() == 21 && list.Remove(it, 1, nullptr) && it.Get() == 30);
+    EXPECT_EQ(Items(list), (V{30}));
 }
 
-TEST_F(ValDLAbstractListIterator, Failures) {
+TEST_F(ValDLinkList, IteratorFailures) {
     ExpectThrow<NotInitializedIteratorException>(
         [&] { it.Reset(0, 0, -1); },
         "This iterator is not initialized. Please call Init() method before.");
+    ExpectThrow<InvalidOperationException>([&] { list.CreateIterator(3, 0, -1); },
+                                           "Initial position '3' is out of range (0 -> 3 - 1).");
     it.Init(empty, 0, 0, -1);
-    EXPECT_FALSE(++it);
     char const* msg = "ValDLAbstractListIterator is not initialized";
     ExpectThrow<NotInitializedIteratorException>([&] { it.Get(); }, msg);
     ExpectThrow<NotInitializedIteratorException>([&] { it.Get(value); }, msg);
@@ -190,22 +182,4 @@ TEST_F(ValDLAbstractListIterator, Failures) {
     ExpectThrow<InvalidOperationException>([&] { list.Remove(it, 0, &value); },
                                            "Invalid iterator object.");
     EXPECT_FALSE(empty.Remove(it, 0, &value));
-}
-
-TEST_F(ValDLAbstractListIterator, RemoveMovesIterator) {
-    list.Append(40);
-    it.Init(list, 0, 0, -1);
-    ++it;
-    EXPECT_TRUE(list.Remove(it, 0, &value));  // head with forward 0: fresh on the new head
-    EXPECT_EQ(value, 10);
-    EXPECT_TRUE(it.IsFresh() && it.GetCurPosition() == 0 && ++it && it.Get() == 20);
-    EXPECT_TRUE(list.Remove(it, 1, nullptr));  // forward 1: the successor takes the position
-    EXPECT_EQ(it.Get(), 30);
-    EXPECT_EQ(it.GetEnd(), 1u);
-    ++it;
-    EXPECT_TRUE(list.Remove(it, 0, &value));  // forward 0: back to the predecessor
-    EXPECT_EQ(value, 40);
-    EXPECT_EQ(it.Get(), 30);
-    EXPECT_FALSE(++it);
-    EXPECT_EQ(Items(list), (V{30}));
 }
