@@ -26,6 +26,7 @@
 #include <lstd/valsortlist.h>
 #include <lstd/comparator.h>
 #include <lstd/dlinkops.h>
+#include <lstd/blockchain.h>
 #include <lstd/memory.h>
 #include <lstd/hashgenerator.h>
 #include <lstd/string.h>

@@ -2,14 +2,12 @@
 #ifndef LSTD_ARRAY_H
 #define LSTD_ARRAY_H
 
+#include <lstd/blockchain.h>
 #include <lstd/exception.h>
 #include <lstd/ptrdlinklist.h>
 #include <lstd/string.h>
-#include <lstd/valqueue.h>
 
-#include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <new>
 
 namespace lstd {
@@ -45,6 +43,17 @@ public:
         unsigned long GetBlockSize() const { return mBlockSize; }
         /// Blocks are told apart by identity (the block list searches with it).
         bool operator==(Block const& other) const { return this == &other; }
+        /// Keeps the first kept elements by realloc; false (nothing changed) when that fails.
+        /// Deliberate: the trimmed elements are not destroyed, only released with the
+        /// storage; the element types shrunk in the library (words, pointers) hold nothing.
+        bool Trim(unsigned long kept) {
+            void* storage = std::realloc(static_cast<void*>(mData), kept * sizeof(T));
+            if (storage == nullptr)
+                return false;
+            mData = static_cast<T*>(storage);
+            mBlockSize = kept;
+            return true;
+        }
 
     private:
         T* mData;
@@ -105,22 +114,7 @@ Array<T>::Array(unsigned long const& length) : mLength(length) {
 template <typename T>
 typename Array<T>::Block* Array<T>::GetBlock(unsigned long const& index,
                                              unsigned long& offset) const {
-    PtrDoubleLink<Block>* node = mBlocks.GetHead();
-    if (index >= mLength || node == nullptr)
-        return nullptr;
-    if (node->mNext == nullptr) {  // one block, the usual case: no walk
-        offset = index;
-        return node->mItem;
-    }
-    unsigned long rest = index;
-    for (; node != nullptr; node = node->mNext) {
-        if (node->mItem->mBlockSize > rest) {
-            offset = rest;
-            return node->mItem;
-        }
-        rest -= node->mItem->mBlockSize;
-    }
-    return nullptr;
+    return index < mLength ? blockchain::Locate(mBlocks, index, offset) : nullptr;
 }
 
 template <typename T>
@@ -150,33 +144,18 @@ void Array<T>::Fill(T const& value) {
 
 template <typename T>
 void Array<T>::AppendBlock(unsigned long const& count) {
-    if (count == 0)
-        return;
-    // First in, first out: the halves of a failed size are tried after the sizes already
-    // waiting, and blocks are appended in the order they succeed.
-    ValQueue<unsigned long> pending;
-    pending.Push(count);
-    unsigned long size = 0;
-    while (pending.RemoveFirst(&size)) {
+    bool const made = blockchain::AppendSplitting(count, [this](unsigned long size) {
         Block* block;
         try {
             block = new Block();
         } catch (std::bad_alloc const& e) {
             LSTD_THROW(NotEnoughMemoryException, e.what());
         }
-        void* storage = nullptr;
-        if (size <= SIZE_MAX / sizeof(T))
-            storage = std::malloc(size * sizeof(T));
-        if (storage == nullptr) {
+        block->mData = blockchain::AllocateZeroed<T>(size);
+        if (block->mData == nullptr) {
             delete block;
-            if (size == 1)
-                LSTD_THROW(NotEnoughMemoryException, "Out of memory");
-            pending.Push(size >> 1);
-            pending.Push(size - (size >> 1));
-            continue;
+            return false;
         }
-        std::memset(storage, 0, size * sizeof(T));
-        block->mData = static_cast<T*>(storage);
         try {
             for (; block->mBlockSize < size; ++block->mBlockSize)
                 new (static_cast<void*>(block->mData + block->mBlockSize)) T();
@@ -185,29 +164,16 @@ void Array<T>::AppendBlock(unsigned long const& count) {
             delete block;  // destroys the elements built so far
             throw;
         }
-    }
+        return true;
+    });
+    if (!made)
+        LSTD_THROW(NotEnoughMemoryException, "Out of memory");
 }
 
 template <typename T>
 void Array<T>::ShrinkBlock(unsigned long const& count) {
-    unsigned long rest = count;
-    while (rest > 0 && mBlocks.GetTail() != nullptr) {
-        Block* last = mBlocks.GetTail()->mItem;
-        if (last->mBlockSize <= rest) {
-            rest -= last->mBlockSize;
-            delete mBlocks.RemoveLast();
-            continue;
-        }
-        unsigned long const kept = last->mBlockSize - rest;
-        // Deliberate: the trimmed elements are not destroyed, only released with the storage;
-        // the element types shrunk in the library (words, pointers) hold nothing.
-        void* storage = std::realloc(static_cast<void*>(last->mData), kept * sizeof(T));
-        if (storage == nullptr)
-            LSTD_THROW(NotEnoughMemoryException, "Cannot resize block.");
-        last->mData = static_cast<T*>(storage);
-        last->mBlockSize = kept;
-        return;
-    }
+    if (!blockchain::ShrinkTail(mBlocks, count))
+        LSTD_THROW(NotEnoughMemoryException, "Cannot resize block.");
 }
 }  // namespace lstd
 #endif  // LSTD_ARRAY_H

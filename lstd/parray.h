@@ -2,12 +2,11 @@
 #ifndef LSTD_PARRAY_H
 #define LSTD_PARRAY_H
 
+#include <lstd/blockchain.h>
 #include <lstd/exception.h>
 #include <lstd/ptrdlinklist.h>
 #include <lstd/string.h>
-#include <lstd/valqueue.h>
 
-#include <cstdint>
 #include <cstdlib>
 #include <new>
 
@@ -39,6 +38,15 @@ public:
         unsigned long GetBlockSize() const { return mBlockSize; }
         /// Blocks are told apart by identity (the block list searches with it).
         bool operator==(PBlock const& other) const { return this == &other; }
+        /// Keeps the first kept slots by realloc; false (nothing changed) when that fails.
+        bool Trim(unsigned long kept) {
+            void* storage = std::realloc(static_cast<void*>(mData), kept * sizeof(T*));
+            if (storage == nullptr)
+                return false;
+            mData = static_cast<T**>(storage);
+            mBlockSize = kept;
+            return true;
+        }
 
     private:
         T** mData;
@@ -92,18 +100,12 @@ PArray<T>::PArray(unsigned long const& length) : mLength(length) {
 
 template <typename T>
 T*& PArray<T>::Slot(unsigned long const& index) const {
-    PtrDoubleLink<PBlock>* node = index < mLength ? mBlocks.GetHead() : nullptr;
-    unsigned long rest = index;
-    if (node != nullptr && node->mNext != nullptr) {  // one block, the usual case: no walk
-        while (node != nullptr && node->mItem->mBlockSize <= rest) {
-            rest -= node->mItem->mBlockSize;
-            node = node->mNext;
-        }
-    }
-    if (node == nullptr)
+    unsigned long offset = 0;
+    PBlock* block = index < mLength ? blockchain::Locate(mBlocks, index, offset) : nullptr;
+    if (block == nullptr)
         LSTD_THROWF(InvalidIndexException, "The index '%d' is invalid. (mLength=%d)",
                     static_cast<int>(index), static_cast<int>(mLength));
-    return (*node->mItem)[rest];
+    return (*block)[offset];
 }
 
 template <typename T>
@@ -117,59 +119,36 @@ void PArray<T>::Resize(unsigned long const& length) {
 
 template <typename T>
 void PArray<T>::Allocate(unsigned long const& count) {
-    if (count == 0)
-        return;
-    ValQueue<unsigned long> pending;  // first in, first out, as in Array::AppendBlock
-    pending.Push(count);
-    unsigned long size = 0;
-    while (pending.RemoveFirst(&size)) {
+    // New slots are null: the zeroed storage holds null pointers on this platform.
+    bool const made = blockchain::AppendSplitting(count, [this](unsigned long size) {
         PBlock* block;
         try {
             block = new PBlock();
         } catch (std::bad_alloc const& e) {
             LSTD_THROW(NotEnoughMemoryException, e.what());
         }
-        void* storage = nullptr;
-        if (size <= SIZE_MAX / sizeof(T*))
-            storage = std::malloc(size * sizeof(T*));
-        if (storage == nullptr) {
+        block->mData = blockchain::AllocateZeroed<T*>(size);
+        if (block->mData == nullptr) {
             delete block;
-            if (size == 1)
-                LSTD_THROW(NotEnoughMemoryException, "Out of memory");
-            pending.Push(size >> 1);
-            pending.Push(size - (size >> 1));
-            continue;
+            return false;
         }
-        block->mData = static_cast<T**>(storage);
-        for (block->mBlockSize = 0; block->mBlockSize < size; ++block->mBlockSize)
-            block->mData[block->mBlockSize] = nullptr;
+        block->mBlockSize = size;
         try {
             mBlocks.Append(block);
         } catch (...) {
             delete block;
             throw;
         }
-    }
+        return true;
+    });
+    if (!made)
+        LSTD_THROW(NotEnoughMemoryException, "Out of memory");
 }
 
 template <typename T>
 void PArray<T>::ShrinkBlock(unsigned long const& count) {
-    unsigned long rest = count;
-    while (rest > 0 && mBlocks.GetTail() != nullptr) {
-        PBlock* last = mBlocks.GetTail()->mItem;
-        if (last->mBlockSize <= rest) {
-            rest -= last->mBlockSize;
-            delete mBlocks.RemoveLast();
-            continue;
-        }
-        unsigned long const kept = last->mBlockSize - rest;
-        void* storage = std::realloc(static_cast<void*>(last->mData), kept * sizeof(T*));
-        if (storage == nullptr)
-            LSTD_THROW(NotEnoughMemoryException, "Cannot resize block.");
-        last->mData = static_cast<T**>(storage);
-        last->mBlockSize = kept;
-        return;
-    }
+    if (!blockchain::ShrinkTail(mBlocks, count))
+        LSTD_THROW(NotEnoughMemoryException, "Cannot resize block.");
 }
 }  // namespace lstd
 #endif  // LSTD_PARRAY_H
