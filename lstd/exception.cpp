@@ -8,6 +8,7 @@
 #include <cstring>
 #include <cxxabi.h>
 #include <execinfo.h>
+#include <exception>
 
 namespace lstd {
 namespace {
@@ -188,4 +189,7 @@ NotInitializedIteratorException::NotInitializedIteratorException(char const* mes
                                                                  unsigned long long const& line)
     : Exception(message, file, line) {}
 NotInitializedIteratorException::~NotInitializedIteratorException() {}
+void EndOnUndeclaredException() noexcept {
+    std::terminate();
+}
 }  // namespace lstd

@@ -87,6 +87,46 @@ public:
                                     unsigned long long const& line);
     virtual ~NotInitializedIteratorException();
 };
+
+/// Ends the process because an exception that the running operation does not declare
+/// escaped it: the library's operations name what they may raise, and anything else is a
+/// broken contract, not an error to recover from. Called only from a catch handler, so the
+/// runtime's termination handler can still name the exception. Never returns.
+[[noreturn]] void EndOnUndeclaredException() noexcept;
+
+/// Called inside `catch (...)`: rethrows the exception in hand when it is one of Declared
+/// (caught as `Declared const&`, so subclasses pass too), otherwise ends the process through
+/// EndOnUndeclaredException(). With no Declared type every exception ends the process.
+template <class... Declared>
+[[noreturn]] void RethrowDeclared();
+
+namespace detail {
+template <class... Declared>
+struct DeclaredRethrower;
+
+template <>
+struct DeclaredRethrower<> {
+    [[noreturn]] static void Rethrow() { EndOnUndeclaredException(); }
+};
+
+template <class First, class... Rest>
+struct DeclaredRethrower<First, Rest...> {
+    [[noreturn]] static void Rethrow() {
+        try {
+            throw;
+        } catch (First const&) {
+            throw;
+        } catch (...) {
+            DeclaredRethrower<Rest...>::Rethrow();
+        }
+    }
+};
+}  // namespace detail
+
+template <class... Declared>
+[[noreturn]] void RethrowDeclared() {
+    detail::DeclaredRethrower<Declared...>::Rethrow();
+}
 }  // namespace lstd
 
 /// Throws E with a plain message, recording the place of the throw.

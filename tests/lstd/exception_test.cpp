@@ -120,4 +120,30 @@ TEST(Exception, FramesAreFormattedByShape) {
     // A line without "(" is printed whole.
     EXPECT_EQ("  prog [0x5]\n", Format("prog [0x5]"));
 }
+
+// An operation that declares what it raises lets those types (and their subclasses) pass and
+// ends the process for anything else.
+TEST(ExceptionDeathTest, UndeclaredExceptionsEndTheProcess) {
+    auto declaring = [](auto raise) {
+        try {
+            raise();
+        } catch (...) {
+            lstd::RethrowDeclared<lstd::InvalidOperationException, lstd::UnknownException>();
+        }
+    };
+    ExpectThrow<lstd::UnknownException>(
+        [&] { declaring([] { throw lstd::UnknownException("declared", "f.cpp", 1); }); },
+        "declared");
+    EXPECT_DEATH(declaring([] { throw lstd::InvalidIndexException("other", "f.cpp", 2); }), "");
+    EXPECT_DEATH(declaring([] { throw 7; }), "");
+    EXPECT_DEATH(
+        [] {
+            try {
+                throw lstd::UnknownException("none declared", "f.cpp", 3);
+            } catch (...) {
+                lstd::RethrowDeclared<>();
+            }
+        }(),
+        "");
+}
 }  // namespace
