@@ -53,4 +53,11 @@
 #include <lstd/timer.h>
 #include <lstd/bitset.h>
 
+#include <lxml/xml.h>
+#include <lxml/xmlpropvalue.h>
+#include <lxml/xmlproperty.h>
+#include <lxml/xmlnode.h>
+#include <lxml/xmldatanode.h>
+#include <lxml/xmltextnode.h>
+
 #endif // LKIT_H
