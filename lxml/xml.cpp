@@ -23,13 +23,14 @@ XML::XML() {}
 XML::~XML() {}
 
 namespace {
-// The String that fill writes; running out of memory is NotEnoughMemoryException.
-template <typename F>
+// The String that fill writes into a sink; running out of memory is
+// NotEnoughMemoryException.
+template <typename S, typename F>
 lstd::String Build(F const& fill) {
     try {
-        std::string out;
+        S out;
         fill(out);
-        return lstd::String(out.data(), out.size());
+        return out.Take();
     } catch (std::bad_alloc const& e) {
         LSTD_THROW(lstd::NotEnoughMemoryException, e.what());
     }
@@ -81,13 +82,50 @@ unsigned long MatchEntity(char const* p, char const* end, char& c) {
     return 0;
 }
 
-void AppendIndentation(std::string& out, unsigned char const& indent, long const& level) {
-    if (indent != 0 && level >= 1)
-        out.append(static_cast<unsigned long>(level), '\t');
-}
+// Whether a byte is one of the five that escaping replaces.
+struct Specials {
+    Specials() : is() {
+        is[static_cast<unsigned char>('&')] = is[static_cast<unsigned char>('"')] = true;
+        is[static_cast<unsigned char>('\'')] = is[static_cast<unsigned char>('<')] = true;
+        is[static_cast<unsigned char>('>')] = true;
+    }
+    bool is[256];
+};
+Specials const kSpecials;
 }  // namespace
 
 // ---- cores ----------------------------------------------------------------------------------
+
+void XML::Sink::Grow(unsigned long const& length) {
+    unsigned long room = mText.GetLength() * 2;
+    if (room < mUsed + length)
+        room = mUsed + length;
+    if (room < 64)
+        room = 64;
+    mText.Resize(room);
+    mBase = &mText[0];
+}
+
+void XML::AppendIndentation(Sink& out, unsigned char const& indent, long const& level) {
+    if (indent != 0 && level >= 1)
+        out.Fill('\t', static_cast<unsigned long>(level));
+}
+
+void XML::Sink::Fill(char const c, unsigned long const& count) {
+    if (count > mText.GetLength() - mUsed)
+        Grow(count);
+    std::memset(mBase + mUsed, c, count);
+    mUsed += count;
+}
+
+lstd::String XML::Sink::Take() {
+    mText.Resize(mUsed);
+    lstd::String text(static_cast<lstd::String&&>(mText));
+    mText.Clear();
+    mUsed = 0;
+    mBase = nullptr;
+    return text;
+}
 
 void XML::Trim(char const*& begin, char const*& end) {
     while (begin < end && IsBlank(*begin))
@@ -96,35 +134,33 @@ void XML::Trim(char const*& begin, char const*& end) {
         --end;
 }
 
-void XML::AppendEscaped(std::string& out, char const* text, unsigned long length) {
+void XML::AppendEscaped(Sink& out, char const* text, unsigned long length) {
     char const* const end = text + length;
     char const* run = text;
     for (char const* p = text; p < end; ++p) {
-        char const* entity;
+        if (!kSpecials.is[static_cast<unsigned char>(*p)])
+            continue;
+        out.Put(run, static_cast<unsigned long>(p - run));
         switch (*p) {
         case '&':
-            entity = "&amp;";
+            out.Put("&amp;", 5);
             break;
         case '"':
-            entity = "&quot;";
+            out.Put("&quot;", 6);
             break;
         case '\'':
-            entity = "&apos;";
+            out.Put("&apos;", 6);
             break;
         case '<':
-            entity = "&lt;";
-            break;
-        case '>':
-            entity = "&gt;";
+            out.Put("&lt;", 4);
             break;
         default:
-            continue;
+            out.Put("&gt;", 4);
+            break;
         }
-        out.append(run, static_cast<unsigned long>(p - run));
-        out.append(entity);
         run = p + 1;
     }
-    out.append(run, static_cast<unsigned long>(end - run));
+    out.Put(run, static_cast<unsigned long>(end - run));
 }
 
 // One pass that gives what the five replacements in table order give. "&amp;" is undone
@@ -132,32 +168,32 @@ void XML::AppendEscaped(std::string& out, char const* text, unsigned long length
 // entities with the bytes that follow it. Those four never overlap one another and their
 // results (one character each, none of "&" or ";") cannot form a new entity, so they need
 // no order among themselves.
-void XML::AppendUnescaped(std::string& out, char const* text, unsigned long length) {
+void XML::AppendUnescaped(Sink& out, char const* text, unsigned long length) {
     char const* p = text;
     char const* const end = text + length;
     while (p < end) {
         char const* amp =
             static_cast<char const*>(std::memchr(p, '&', static_cast<unsigned long>(end - p)));
         if (amp == nullptr) {
-            out.append(p, static_cast<unsigned long>(end - p));
+            out.Put(p, static_cast<unsigned long>(end - p));
             return;
         }
-        out.append(p, static_cast<unsigned long>(amp - p));
+        out.Put(p, static_cast<unsigned long>(amp - p));
         p = amp + 1;
         if (end - p >= 4 && std::memcmp(p, "amp;", 4) == 0)
             p += 4;  // the "&" left by "&amp;" is read as the start of an entity below
         char c;
         unsigned long const used = MatchEntity(p, end, c);
         if (used == 0) {
-            out.push_back('&');
+            out.Put('&');
         } else {
-            out.push_back(c);
+            out.Put(c);
             p += used;
         }
     }
 }
 
-void XML::AppendProperty(std::string& out, XMLProperty const& property) {
+void XML::AppendProperty(Sink& out, XMLProperty const& property) {
     // "%s" stops at the first NUL, so the name and the text go up to theirs.
     char const* name = property.GetStdChar();
     char number[512];  // "%.6f" of the largest double takes 316 bytes
@@ -175,7 +211,7 @@ void XML::AppendProperty(std::string& out, XMLProperty const& property) {
         // Deliberate: the format is incomplete and is handed to the C library as it is.
         static lstd::String const format("%s=%l");
         lstd::String const text = lstd::String::SSprintf(format, name, value.GetInt64Value());
-        out.append(text.GetStdChar(), text.GetLength());
+        out.Put(text.GetStdChar(), text.GetLength());
         return;
     }
     case XMLPropValue::T_UINT64:
@@ -190,11 +226,11 @@ void XML::AppendProperty(std::string& out, XMLProperty const& property) {
         std::snprintf(number, sizeof number, "%.6f", value.GetFloat64Value());
         break;
     case XMLPropValue::T_STRING: {
-        out.append(name);
-        out.append("=\"");
+        out.Put(name);
+        out.Put("=\"");
         char const* text = value.GetStringValue().GetStdChar();
         AppendEscaped(out, text, std::strlen(text));
-        out.push_back('"');
+        out.Put('"');
         return;
     }
     default:
@@ -202,15 +238,15 @@ void XML::AppendProperty(std::string& out, XMLProperty const& property) {
         // read as an int (its low 32 bits) in place of the name.
         std::snprintf(number, sizeof number, "%d=\"\"",
                       static_cast<int>(reinterpret_cast<std::uintptr_t>(name)));
-        out.append(number);
+        out.Put(number);
         return;
     }
-    out.append(name);
-    out.push_back('=');
-    out.append(number);
+    out.Put(name);
+    out.Put('=');
+    out.Put(number);
 }
 
-void XML::AppendProperties(std::string& out, lstd::PtrHashSet<XMLProperty> const* set) {
+void XML::AppendProperties(Sink& out, lstd::PtrHashSet<XMLProperty> const* set) {
     if (set == nullptr || set->GetNumberOfEntry() == 0)
         return;
     lstd::PtrHashSetIterator<XMLProperty> it(*set);
@@ -219,39 +255,39 @@ void XML::AppendProperties(std::string& out, lstd::PtrHashSet<XMLProperty> const
 }
 
 // The open tag (tail ">") or the single tag (tail "/>") of node.
-void XML::AppendTag(std::string& out, XMLNode const& node, char const* tail) {
-    out.push_back('<');
-    out.append(node.GetStdChar(), node.GetLength());
-    out.push_back(' ');
+void XML::AppendTag(Sink& out, XMLNode const& node, char const* tail) {
+    out.Put('<');
+    out.Put(node.GetStdChar(), node.GetLength());
+    out.Put(' ');
     if (node.mInSet == 1) {
         AppendProperties(out, &node.mPropertySet);
     } else {
         for (unsigned int i = 0; i < node.mCompactCount; ++i)
             AppendProperty(out, *node.mCompact[i]);
     }
-    out.append(tail);
+    out.Put(tail);
 }
 
-void XML::AppendTextNode(std::string& out, XMLTextNode const& node, unsigned char const& newLine,
+void XML::AppendTextNode(Sink& out, XMLTextNode const& node, unsigned char const& newLine,
                          unsigned char const& indent, long const& level) {
     AppendIndentation(out, indent, level);
     AppendTag(out, node, ">");
     if (newLine != 0) {
-        out.push_back('\n');
+        out.Put('\n');
         AppendIndentation(out, indent, level);
-        out.push_back('\t');  // deliberate: also without indent
+        out.Put('\t');  // deliberate: also without indent
     }
     AppendEscaped(out, node.GetText().GetStdChar(), node.GetText().GetLength());
     if (newLine != 0) {
-        out.push_back('\n');
+        out.Put('\n');
         AppendIndentation(out, indent, level);
     }
-    out.append("</");
-    out.append(node.GetStdChar(), node.GetLength());
-    out.push_back('>');
+    out.Put("</");
+    out.Put(node.GetStdChar(), node.GetLength());
+    out.Put('>');
 }
 
-void XML::AppendNode(std::string& out, XMLNode const& node, unsigned char const& newLine,
+void XML::AppendNode(Sink& out, XMLNode const& node, unsigned char const& newLine,
                      unsigned char const& indent, long const& level) {
     std::type_info const& type = typeid(node);
     if (type == typeid(XMLDataNode)) {
@@ -260,11 +296,11 @@ void XML::AppendNode(std::string& out, XMLNode const& node, unsigned char const&
         AppendTextNode(out, static_cast<XMLTextNode const&>(node), newLine, indent, level);
     } else {
         lstd::String const text = node.ToString(newLine, indent, level);
-        out.append(text.GetStdChar(), text.GetLength());
+        out.Put(text.GetStdChar(), text.GetLength());
     }
 }
 
-void XML::AppendDataNode(std::string& out, XMLDataNode const& node, unsigned char const& newLine,
+void XML::AppendDataNode(Sink& out, XMLDataNode const& node, unsigned char const& newLine,
                          unsigned char const& indent, long const& level) {
     struct Frame {
         XMLDataNode const* node;
@@ -290,19 +326,19 @@ void XML::AppendDataNode(std::string& out, XMLDataNode const& node, unsigned cha
         long const depth = frame.level;
         if (frame.next == nullptr) {
             if (newLine != 0) {
-                out.push_back('\n');
+                out.Put('\n');
                 AppendIndentation(out, indent, depth);
             }
-            out.append("</");
-            out.append(frame.node->GetStdChar(), frame.node->GetLength());
-            out.push_back('>');
+            out.Put("</");
+            out.Put(frame.node->GetStdChar(), frame.node->GetLength());
+            out.Put('>');
             open.pop_back();
             continue;
         }
         XMLNode const* child = frame.next->mItem;
         frame.next = frame.next->mNext;
         if (newLine != 0) {
-            out.push_back('\n');
+            out.Put('\n');
             AppendIndentation(out, indent, depth);
         }
         if (child == nullptr)
@@ -378,8 +414,7 @@ XMLTextNode* XML::AppendTextNode(lstd::PtrDLinkList<XMLNode>& list, lstd::String
 }
 
 lstd::String XML::EscapeText(lstd::String const& text) {
-    return Build([&text](std::string& out) {
-        out.reserve(text.GetLength() + text.GetLength() / 8);
+    return Build<Sink>([&text](Sink& out) {
         AppendEscaped(out, text.GetStdChar(), text.GetLength());
     });
 }
@@ -387,24 +422,23 @@ lstd::String XML::EscapeText(lstd::String const& text) {
 lstd::String XML::UnescapeText(lstd::String const& text) {
     if (std::memchr(text.GetStdChar(), '&', text.GetLength()) == nullptr)
         return text;
-    return Build([&text](std::string& out) {
-        out.reserve(text.GetLength());
+    return Build<Sink>([&text](Sink& out) {
         AppendUnescaped(out, text.GetStdChar(), text.GetLength());
     });
 }
 
 lstd::String XML::PropertyToString(XMLProperty const& property) {
-    return Build([&property](std::string& out) { AppendProperty(out, property); });
+    return Build<Sink>([&property](Sink& out) { AppendProperty(out, property); });
 }
 
 lstd::String XML::TagString(lstd::String const& name,
                             lstd::PtrHashSet<XMLProperty> const* properties, char const* tail) {
-    return Build([&](std::string& out) {
-        out.push_back('<');
-        out.append(name.GetStdChar(), name.GetLength());
-        out.push_back(' ');
+    return Build<Sink>([&](Sink& out) {
+        out.Put('<');
+        out.Put(name.GetStdChar(), name.GetLength());
+        out.Put(' ');
         AppendProperties(out, properties);
-        out.append(tail);
+        out.Put(tail);
     });
 }
 
@@ -424,12 +458,12 @@ lstd::String XML::CreateCloseTagString(lstd::String const& name) {
 
 lstd::String XML::TextNodeToString(XMLTextNode const& node, unsigned char const& newLine,
                                    unsigned char const& indent, long const& level) {
-    return Build([&](std::string& out) { AppendTextNode(out, node, newLine, indent, level); });
+    return Build<Sink>([&](Sink& out) { AppendTextNode(out, node, newLine, indent, level); });
 }
 
 lstd::String XML::DataNodeToString(XMLDataNode const& node, unsigned char const& newLine,
                                    unsigned char const& indent, long const& level) {
-    return Build([&](std::string& out) { AppendDataNode(out, node, newLine, indent, level); });
+    return Build<Sink>([&](Sink& out) { AppendDataNode(out, node, newLine, indent, level); });
 }
 
 bool XML::IsCloseTagName(lstd::String const& tag, lstd::String* name) {

@@ -7,7 +7,7 @@
 #include <lstd/string.h>
 #include <lstd/valhashmap.h>
 
-#include <string>
+#include <cstring>
 
 namespace lxml {
 class XMLNode;
@@ -93,23 +93,57 @@ public:
                                           lstd::String& name, lstd::String& value);
 
 private:
+    // Text built in place: a String whose length is its room, of which the first Size()
+    // bytes are written. Take() cuts the room off and hands the text over without a copy.
+    // Running out of memory is lstd::NotEnoughMemoryException.
+    class Sink {
+    public:
+        Sink() : mText(), mUsed(0), mBase(nullptr) {}
+        void Put(char const* text, unsigned long const& length) {
+            if (length > mText.GetLength() - mUsed)
+                Grow(length);
+            if (length != 0)
+                std::memcpy(mBase + mUsed, text, length);
+            mUsed += length;
+        }
+        void Put(char const c) {
+            if (mUsed == mText.GetLength())
+                Grow(1);
+            mBase[mUsed++] = c;
+        }
+        void Put(char const* text) { Put(text, std::strlen(text)); }
+        void Fill(char const c, unsigned long const& count);
+        void Clear() { mUsed = 0; }
+        char const* Data() const { return mBase; }
+        unsigned long Size() const { return mUsed; }
+        lstd::String Take();
+
+    private:
+        void Grow(unsigned long const& length);
+
+        lstd::String mText;
+        unsigned long mUsed;
+        char* mBase;
+    };
+
     // The cores behind the helpers above, on byte ranges, shared with the parser and the
     // writer so that they build no String where a position suffices.
     static bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
     static void Trim(char const*& begin, char const*& end);
-    static void AppendEscaped(std::string& out, char const* text, unsigned long length);
-    static void AppendUnescaped(std::string& out, char const* text, unsigned long length);
-    static void AppendProperty(std::string& out, XMLProperty const& property);
-    static void AppendProperties(std::string& out, lstd::PtrHashSet<XMLProperty> const* set);
-    static void AppendTag(std::string& out, XMLNode const& node, char const* tail);
-    static void AppendTextNode(std::string& out, XMLTextNode const& node,
+    static void AppendIndentation(Sink& out, unsigned char const& indent, long const& level);
+    static void AppendEscaped(Sink& out, char const* text, unsigned long length);
+    static void AppendUnescaped(Sink& out, char const* text, unsigned long length);
+    static void AppendProperty(Sink& out, XMLProperty const& property);
+    static void AppendProperties(Sink& out, lstd::PtrHashSet<XMLProperty> const* set);
+    static void AppendTag(Sink& out, XMLNode const& node, char const* tail);
+    static void AppendTextNode(Sink& out, XMLTextNode const& node,
                                unsigned char const& newLine, unsigned char const& indent,
                                long const& level);
-    static void AppendDataNode(std::string& out, XMLDataNode const& node,
+    static void AppendDataNode(Sink& out, XMLDataNode const& node,
                                unsigned char const& newLine, unsigned char const& indent,
                                long const& level);
     // The node at level with its own layout: the built-in kinds directly, others by ToString.
-    static void AppendNode(std::string& out, XMLNode const& node, unsigned char const& newLine,
+    static void AppendNode(Sink& out, XMLNode const& node, unsigned char const& newLine,
                            unsigned char const& indent, long const& level);
     static lstd::String TagString(lstd::String const& name,
                                   lstd::PtrHashSet<XMLProperty> const* properties,

@@ -31,11 +31,11 @@ XMLDataNode::~XMLDataNode() {
     // parsed tree may be deeper than the stack. Instead each data node is emptied of its
     // children before it is deleted. Without memory for the walk, the children left in a
     // list are deleted by their parent's destructor, recursively.
+    // Breadth first: the pending nodes are those of at most two levels.
     std::vector<XMLNode*> pending;
     TakeChildren(mSubNodeList, pending);
-    while (!pending.empty()) {
-        XMLNode* node = pending.back();
-        pending.pop_back();
+    for (std::size_t next = 0; next < pending.size(); ++next) {
+        XMLNode* node = pending[next];
         XMLDataNode* data = dynamic_cast<XMLDataNode*>(node);
         if (data != nullptr)
             TakeChildren(data->mSubNodeList, pending);
