@@ -5,10 +5,10 @@
 // a bucket. The table size fixes only this numbering: storage follows the items, so a
 // collection of 32767 buckets costs nothing per empty bucket.
 //
-// Requirement on the hash function: equal items have equal hashes. Each bucket records every
-// item's full hash beside it (lstd/hashindex.h) and a lookup calls T's operator== only on the
-// items whose recorded hash equals the hash of the item looked for. An item must therefore not
-// change its hash while it is stored; Apply records the hashes anew after its function ran.
+// Requirement on the hash function: equal items have equal hashes. Each bucket keeps a digest
+// of every item's hash beside it (lstd/hashindex.h) and a lookup calls T's operator== only on
+// the items whose digest equals that of the hash looked for. An item must therefore not change
+// its hash while it is stored; Apply takes the hashes anew after its function ran.
 //
 // Representation. The buckets that hold items are found by number through
 // hashtable::BucketIndex (mTable), shared by both kinds: pointer collections record the

@@ -1,9 +1,10 @@
 // lstd/hashindex.h - the buckets of the hash collections, found by bucket number.
 //
-// A bucket is a run of records in append order; a record is an item's full hash beside the
-// item (a pointer, or a small trivial value kept in place). A lookup compares the recorded
-// hashes first and calls the item's operator== only where they agree, so a long bucket is
-// searched in one contiguous array instead of one item at a time.
+// A bucket is a run of items in append order (pointers, or small trivial values kept in
+// place), each with a 16-bit digest of its full hash. A lookup compares the digests first and
+// calls the item's operator== only where they agree, so a long bucket is searched in one
+// contiguous array of digests instead of one item at a time. The one requirement this puts on
+// a hash function is the usual one: equal items have equal hashes.
 //
 // The index keeps its buckets in one of two forms, chosen by the index and never visible
 // outside it:
@@ -13,8 +14,8 @@
 // - dense, once the sparse slots would take about as much memory as an array of every
 //   bucket: that array, indexed by bucket number, 24 bytes a bucket. The switch happens on a
 //   growth and costs the table size once, which the items already stored pay for.
-// Clear returns to an empty sparse index. A bucket holds its first record in itself and
-// moves to an array of its own at the second.
+// Clear returns to an empty sparse index. A bucket holds its first item in itself and moves
+// to a block of its own at the second.
 #ifndef LSTD_HASHINDEX_H
 #define LSTD_HASHINDEX_H
 
