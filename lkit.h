@@ -39,6 +39,7 @@
 #include <lstd/signal.h>
 #include <lstd/system.h>
 #include <lstd/console.h>
+#include <lstd/hashindex.h>
 #include <lstd/hashcollection.h>
 #include <lstd/hashmap.h>
 #include <lstd/ptrhashmap.h>
