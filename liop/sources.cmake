@@ -1,0 +1,20 @@
+# liop/sources.cmake - public headers and sources of files, directories and ini files.
+# Included by the root CMakeLists.txt; explicit lists, no globbing.
+list(APPEND LKIT_PUBLIC_HEADERS
+    liop/iodevice.h
+    liop/inputstream.h
+    liop/outputstream.h
+    liop/iserializable.h
+    liop/serializable.h
+    liop/ipersistence.h
+    liop/ioexception.h
+    liop/file.h
+    liop/directory.h
+    liop/fileiterator.h
+)
+list(APPEND LKIT_SOURCES
+    liop/serializable.cpp
+    liop/ioexception.cpp
+    liop/file.cpp
+    liop/directory.cpp
+)
