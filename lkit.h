@@ -61,6 +61,9 @@
 #include <liop/ipersistence.h>
 #include <liop/ioexception.h>
 #include <liop/file.h>
+#include <liop/stringbuffer.h>
+#include <liop/stringreadbuffer.h>
+#include <liop/stringwritebuffer.h>
 #include <liop/directory.h>
 #include <liop/fileiterator.h>
 

@@ -9,6 +9,9 @@ list(APPEND LKIT_PUBLIC_HEADERS
     liop/ipersistence.h
     liop/ioexception.h
     liop/file.h
+    liop/stringbuffer.h
+    liop/stringreadbuffer.h
+    liop/stringwritebuffer.h
     liop/directory.h
     liop/fileiterator.h
 )
@@ -16,5 +19,6 @@ list(APPEND LKIT_SOURCES
     liop/serializable.cpp
     liop/ioexception.cpp
     liop/file.cpp
+    liop/stringreadbuffer.cpp
     liop/directory.cpp
 )
