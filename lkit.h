@@ -66,5 +66,7 @@
 #include <liop/stringwritebuffer.h>
 #include <liop/directory.h>
 #include <liop/fileiterator.h>
+#include <liop/inifile.h>
+#include <liop/inifilekeyiterator.h>
 
 #endif // LKIT_H

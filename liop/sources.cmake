@@ -14,6 +14,8 @@ list(APPEND LKIT_PUBLIC_HEADERS
     liop/stringwritebuffer.h
     liop/directory.h
     liop/fileiterator.h
+    liop/inifile.h
+    liop/inifilekeyiterator.h
 )
 list(APPEND LKIT_SOURCES
     liop/serializable.cpp
@@ -21,4 +23,5 @@ list(APPEND LKIT_SOURCES
     liop/file.cpp
     liop/stringreadbuffer.cpp
     liop/directory.cpp
+    liop/inifile.cpp
 )
