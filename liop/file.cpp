@@ -74,13 +74,16 @@ private:
     unsigned long mCapacity;
 };
 
-// The bytes already in the stream's buffer: lines are taken straight out of it, as the C
-// library's own line reads do. Other C libraries go byte by byte through getc_unlocked.
+// The end-of-file flag, and the bytes already in the stream's buffer: lines are taken
+// straight out of it, as the C library's own line reads do, without taking the stream's
+// lock. Other C libraries go byte by byte through getc_unlocked.
 #if defined(__GLIBC__)
+bool AtEnd(FILE* stream) { return feof_unlocked(stream) != 0; }
 long Buffered(FILE* stream) { return stream->_IO_read_end - stream->_IO_read_ptr; }
 char* BufferedData(FILE* stream) { return stream->_IO_read_ptr; }
 void Consume(FILE* stream, unsigned long n) { stream->_IO_read_ptr += n; }
 #else
+bool AtEnd(FILE* stream) { return std::feof(stream) != 0; }
 long Buffered(FILE*) { return 0; }
 char* BufferedData(FILE*) { return nullptr; }
 void Consume(FILE*, unsigned long) {}
@@ -111,7 +114,7 @@ unsigned long ReadLinePart(FILE* stream, char* out, unsigned long limit, bool& f
         }
         int const c = getc_unlocked(stream);  // refills the buffer
         if (c == EOF) {
-            failed = std::feof(stream) == 0;
+            failed = !AtEnd(stream);
             return n;
         }
         out[n++] = static_cast<char>(c);
@@ -249,7 +252,7 @@ int File::Close() {
 
 bool File::IsEOF() const {
     try {
-        return std::feof(Stream()) != 0;
+        return AtEnd(Stream());
     } catch (...) {
         lstd::RethrowDeclared<lstd::InvalidOperationException>();
     }
@@ -283,7 +286,7 @@ bool File::Read(lstd::String& line) {
         if (TakeBuffered(stream, kChunk, true, line))
             return true;
         Scratch text;
-        while (std::feof(stream) == 0) {
+        while (!AtEnd(stream)) {
             char* piece = text.Reserve(kChunk);
             bool failed;
             unsigned long const n =
@@ -436,23 +439,18 @@ long long File::GetSize() const {
     }
 }
 
-File& File::GetStdout() {
-    if (!gStdoutAttached) {
-        gStdoutAttached = true;
-        mStdoutFile.mStream = stdout;
-        mStdoutFile.mOpenMode = OPEN_WRITE;
+File& File::Attach(File& file, bool& attached, FILE* stream, OpenFileMode mode) {
+    if (!attached) {
+        attached = true;
+        file.mStream = stream;
+        file.mOpenMode = mode;
     }
-    return mStdoutFile;
+    return file;
 }
 
-File& File::GetStdin() {
-    if (!gStdinAttached) {
-        gStdinAttached = true;
-        mStdinFile.mStream = stdin;
-        mStdinFile.mOpenMode = OPEN_READ;
-    }
-    return mStdinFile;
-}
+File& File::GetStdout() { return Attach(mStdoutFile, gStdoutAttached, stdout, OPEN_WRITE); }
+
+File& File::GetStdin() { return Attach(mStdinFile, gStdinAttached, stdin, OPEN_READ); }
 
 bool File::Exist(lstd::String const& path) {
     struct stat status;

@@ -121,6 +121,8 @@ public:
 private:
     // Checks that a stream is held and returns it.
     FILE* Stream() const;
+    // Gives a standard-stream file its stream and mode, once: a closed one stays closed.
+    static File& Attach(File& file, bool& attached, FILE* stream, OpenFileMode mode);
 
     FILE* mStream;
     lstd::String mPath;
