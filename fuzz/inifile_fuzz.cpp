@@ -73,7 +73,9 @@ std::string Trim(std::string const& s) {
     return s.substr(begin, end - begin);
 }
 
-bool IsSection(std::string const& t) { return t.size() >= 2 && t.front() == '[' && t.back() == ']'; }
+bool IsSection(std::string const& t) {
+    return t.size() >= 2 && t.front() == '[' && t.back() == ']';
+}
 
 std::pair<std::string, std::string> Split(std::string const& t) {
     std::size_t const equals = t.find('=');
@@ -133,7 +135,8 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* bytes, std::size_t size) {
             sections.push_back(section);
     }
     for (auto const& sk : stored)
-        if (Std(ini.GetString(Lstd(sk.first), Lstd(sk.second))) != model[sk.first + " " + sk.second])
+        if (Std(ini.GetString(Lstd(sk.first), Lstd(sk.second))) !=
+            model[sk.first + " " + sk.second])
             Fail("GetString disagrees with the model");
 
     for (std::size_t i = 0; i < sections.size() && i < 8; ++i) {

@@ -111,7 +111,8 @@ struct ReferenceTokenizer {
 };
 
 bool AnyEmpty(Strings const& strings) {
-    return std::any_of(strings.begin(), strings.end(), [](std::string const& s) { return s.empty(); });
+    return std::any_of(strings.begin(), strings.end(),
+                       [](std::string const& s) { return s.empty(); });
 }
 
 // Runs Tokenizer and TTokenizer with the same delimiters against the reference.
@@ -125,8 +126,8 @@ void CheckTokenizers(std::string const& text, Strings const& delimiters, bool si
     String token;
     String tToken;
     if (AnyEmpty(delimiters)) {
-        for (lstd::Tokenizer* t : {static_cast<lstd::Tokenizer*>(&plain),
-                                   static_cast<lstd::Tokenizer*>(&remembering)}) {
+        for (lstd::Tokenizer* t :
+             {static_cast<lstd::Tokenizer*>(&plain), static_cast<lstd::Tokenizer*>(&remembering)}) {
             try {
                 single ? t->Next(lDelimiters[0], token) : t->Next(lDelimiters.data(), count, token);
                 Fail("an empty delimiter was accepted");
@@ -243,7 +244,8 @@ void CheckEnclosure(std::string const& text, std::string const& open, std::strin
             thrown = e.what();
         }
         // An exception's message is a C string: it ends at a NUL byte of the markers.
-        Expect(threw == !error.empty() && thrown == error.c_str(), "the enclosure exception differs");
+        Expect(threw == !error.empty() && thrown == error.c_str(),
+               "the enclosure exception differs");
         Expect(tokenizer.GetStartPosition() == reference.mStart &&
                    tokenizer.GetEndPosition() == reference.mEnd,
                "the enclosure positions differ");
@@ -277,8 +279,8 @@ bool ApplyPositions(std::string& s, std::string const& find, std::string const& 
             if (tail > 0) {
                 if (p + wl + tail > size)
                     return false;
-                std::memmove(&s[static_cast<std::size_t>(p + wl)], &s[static_cast<std::size_t>(p + fl)],
-                             static_cast<std::size_t>(tail));
+                std::memmove(&s[static_cast<std::size_t>(p + wl)],
+                             &s[static_cast<std::size_t>(p + fl)], static_cast<std::size_t>(tail));
             }
             logical -= d;
             shift -= d;
@@ -326,17 +328,20 @@ void CheckFind(std::string const& text, Strings const& needles, std::size_t star
     for (std::string const& n : needles) {
         lNeedles.push_back(Lstd(n));
         std::size_t const expected = FindOne(text, n, start);
-        Expect(s.Find(Lstd(n), start) == (expected == npos ? static_cast<unsigned long>(-1) : expected),
+        Expect(s.Find(Lstd(n), start) ==
+                   (expected == npos ? static_cast<unsigned long>(-1) : expected),
                "Find differs");
     }
     long which = -1;
     long expectedWhich = -1;
     std::size_t const expected =
         start >= text.size() ? npos : FindAny(text, needles, start, &expectedWhich);
-    unsigned long const got = s.Find(lNeedles.data(), static_cast<long>(lNeedles.size()), &which, start);
+    unsigned long const got =
+        s.Find(lNeedles.data(), static_cast<long>(lNeedles.size()), &which, start);
     Expect(got == (expected == npos ? static_cast<unsigned long>(-1) : expected),
            "the several-needle Find differs");
-    Expect(expected == npos || which == expectedWhich, "the several-needle Find names another needle");
+    Expect(expected == npos || which == expectedWhich,
+           "the several-needle Find names another needle");
 }
 }  // namespace
 
