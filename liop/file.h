@@ -22,7 +22,8 @@ namespace liop {
 ///
 /// Lines are read byte for byte: a line may hold NUL bytes and bytes above 127, and nothing
 /// of it is lost. Reads take bytes straight from the stream's buffer, without the stream's
-/// lock: like everything in the library, a File is used by one thread at a time.
+/// lock: like everything in the library, a File is used by one thread at a time. The C
+/// library's stream buffer sizes are left at their defaults.
 class File : public Serializable, public IPersistence {
 public:
     /// A set of bits; OPEN_READ_WRITE is both bits of read and write.

@@ -16,6 +16,8 @@ namespace liop {
 ///
 /// Use: construct with a path (or Init), register extensions, then call ++ until it returns
 /// false, reading GetCurrentPath() after each true. The first ++ yields the first entry.
+/// Both name sets have 32767 buckets, like every set the library builds; they cost only
+/// what they hold.
 class FileIterator {
 public:
     /// Empty path, no stream, empty sets.

@@ -23,7 +23,8 @@ class IniFileKeyIterator;
 /// section, one space, the key) to the value, so section "a b" with key "c" and section "a"
 /// with key "b c" are one entry. The last occurrence of a key wins. The distinct names of
 /// the sections that stored a value are kept in sorted order (String::Compare, shorter
-/// first); Load deliberately does not clear them, so they accumulate over loads.
+/// first); Load deliberately does not clear them, so they accumulate over loads. The list
+/// is internal: no accessor exposes it.
 class IniFile {
 public:
     /// An empty map and section list.
