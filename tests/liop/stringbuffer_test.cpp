@@ -1,18 +1,12 @@
 // tests/liop/stringbuffer_test.cpp - StringReadBuffer and StringWriteBuffer over real files.
-#include <liop/file.h>
+#include "liop_test.h"
+
 #include <liop/stringreadbuffer.h>
 #include <liop/stringwritebuffer.h>
-
-#include <expect_throw.h>
-
-#include <string>
-#include <vector>
 
 namespace {
 using liop::File;
 using lstd::String;
-
-std::string Std(String const& s) { return std::string(s.GetStdChar(), s.GetLength()); }
 
 // A file that records what reaches Print instead of writing it.
 class PrintRecorder : public File {
@@ -22,21 +16,20 @@ public:
         mPrinted.push_back(Std(text));
         return 1;
     }
-    std::vector<std::string> mPrinted;
+    Strings mPrinted;
 };
 
 class StringBufferTest : public testing::Test {
 protected:
-    // Opens path with content in mode; the file stays open for the test.
-    File& Open(std::string const& content, File::OpenFileMode mode) {
-        std::ofstream(mDir.file("in.txt"), std::ios::binary) << content;
-        mFile.Open(String(mDir.file("in.txt").c_str()), mode, File::FILE_TEXT);
-        return mFile;
-    }
-    // Every chunk a read buffer of size delivers, then what the buffer holds after false.
-    std::vector<std::string> Chunks(unsigned long size) {
-        liop::StringReadBuffer buffer(mFile, size);
-        std::vector<std::string> chunks;
+    // Every chunk a read buffer of size delivers from content opened in mode, then what the
+    // buffer holds after false.
+    Strings Chunks(std::string const& content, unsigned long size,
+                   File::OpenFileMode mode = File::OPEN_READ) {
+        WriteFile(mDir.file("in.txt"), content);
+        File file(Lstd(mDir.file("in.txt")), File::FILE_TEXT);
+        file.Open(mode);
+        liop::StringReadBuffer buffer(file, size);
+        Strings chunks;
         for (bool more = buffer.Load(); more && chunks.size() < 100;
              more = buffer.ContinueReading())
             chunks.push_back(Std(buffer.GetBuffer()));
@@ -45,27 +38,19 @@ protected:
     }
 
     TempDir mDir;
-    File mFile;
 };
 }  // namespace
 
 TEST_F(StringBufferTest, ReadBufferDeliversLineChunks) {
-    Open("hello world\n" + std::string(10, 'x') + "\nend", File::OPEN_READ);
-    EXPECT_EQ((std::vector<std::string>{"hello w", "orld\n", "xxxxxxx", "xxx\n", "end", ""}),
-              Chunks(8));
-    Open("", File::OPEN_READ);  // an empty file: Load reads "" and succeeds
-    EXPECT_EQ((std::vector<std::string>{"", ""}), Chunks(255));
-    Open("a\nb\n", File::OPEN_READ_WRITE);  // mode 3 has the read bit
-    EXPECT_EQ((std::vector<std::string>{"a\n", "b\n", "", ""}), Chunks(255));
-    liop::StringReadBuffer buffer(mFile, 255);
-    EXPECT_EQ(255u, buffer.GetBufferSize());
-}
-
-TEST_F(StringBufferTest, LoadNeedsAFileOpenForReading) {
+    EXPECT_EQ((Strings{"hello w", "orld\n", "xxxxxxx", "xxx\n", "end", ""}),
+              Chunks("hello world\n" + std::string(10, 'x') + "\nend", 8));
+    EXPECT_EQ((Strings{"", ""}), Chunks("", 255));  // an empty file loads ""
+    EXPECT_EQ((Strings{"a\n", "b\n", "", ""}), Chunks("a\nb\n", 255, File::OPEN_READ_WRITE));
+    File closed;
+    liop::StringReadBuffer buffer(closed, 16);
     char const* message = "File is not opened or open mode is invalid";
-    liop::StringReadBuffer buffer(mFile, 16);
     ExpectThrow<liop::IOException>([&] { buffer.Load(); }, message);
-    Open("x", File::OPEN_WRITE);
+    closed.Open(Lstd(mDir.file("out.txt")), File::OPEN_WRITE, File::FILE_TEXT);
     ExpectThrow<liop::IOException>([&] { buffer.Load(); }, message);
 }
 
@@ -88,8 +73,7 @@ TEST(StringWriteBuffer, HandsOnWholeTextsOnceTheThresholdIsReached) {
         buffer.FPrint("%d:%s", 12, "z");
         buffer.FPrint("%s", "!!");  // pending "12:z" + "!!" crosses the threshold
         buffer.Write("tail");
-        EXPECT_EQ((std::vector<std::string>{"abcde", "fghijkl", "12:z!!"}), file.mPrinted);
-        EXPECT_EQ("tail", Std(buffer.GetBuffer()));
+        EXPECT_EQ((Strings{"abcde", "fghijkl", "12:z!!"}), file.mPrinted);
     }
     EXPECT_EQ("tail", file.mPrinted.back());  // the rest goes when the buffer is destroyed
     for (unsigned long size : {0ul, 1ul}) {
@@ -97,7 +81,7 @@ TEST(StringWriteBuffer, HandsOnWholeTextsOnceTheThresholdIsReached) {
         liop::StringWriteBuffer buffer(each, size);
         buffer.Write("a");
         buffer.Write("bc");
-        EXPECT_EQ((std::vector<std::string>{"a", "bc"}), each.mPrinted);
+        EXPECT_EQ((Strings{"a", "bc"}), each.mPrinted);
     }
     PrintRecorder untouched;
     { liop::StringWriteBuffer idle(untouched, 8); }
@@ -105,15 +89,16 @@ TEST(StringWriteBuffer, HandsOnWholeTextsOnceTheThresholdIsReached) {
 }
 
 TEST_F(StringBufferTest, WriteBufferReachesTheDiskAndPassesPrintErrorsOn) {
-    mFile.Open(String(mDir.file("out.txt").c_str()), File::OPEN_WRITE, File::FILE_TEXT);
+    File file(Lstd(mDir.file("out.txt")), File::FILE_TEXT);
+    file.Open(File::OPEN_WRITE);
     {
-        liop::StringWriteBuffer buffer(mFile, 255);
+        liop::StringWriteBuffer buffer(file, 255);
         buffer.Write("<a>");
         buffer.FPrint("%s=%d", "k", 1);
     }
-    mFile.Close();
+    file.Close();
     EXPECT_EQ("<a>k=1", ReadFile(mDir.file("out.txt")));
-    liop::StringWriteBuffer buffer(mFile, 2);
+    liop::StringWriteBuffer buffer(file, 2);
     ExpectThrow<lstd::InvalidOperationException>([&] { buffer.Write("abc"); },
                                                  "The file it not opened");
     buffer.GetBuffer().Clear();  // nothing pending: the destructor makes no call
