@@ -367,17 +367,21 @@ void String::ReplaceAtPositions(String const& find, String const& with,
             Resize(static_cast<unsigned long>(grown > 0 ? grown : 0));
         }
         long long const size = static_cast<long long>(mLength);
+        // Only bytes that are really read or written must lie in the block: once earlier
+        // matches have shrunk the text, an overlapping one may start below 0 with nothing
+        // left behind it to move, and then touches nothing.
+        auto const inside = [size](long long from, long long n) {
+            return n <= 0 || (from >= 0 && from <= size - n);
+        };
         long long shift = 0;
         long long logical = before;
         for (ValDoubleLink<unsigned long>* node = positions.GetHead(); node != nullptr;
              node = node->mNext) {
             long long const p = static_cast<long long>(node->mValue) + shift;
-            if (p < 0 || p + findLength > size || p + withLength > size)
-                LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
             if (d != 0) {
                 long long const tail = logical - p - findLength;
                 if (tail > 0) {
-                    if (p + withLength + tail > size)
+                    if (!inside(p + findLength, tail) || !inside(p + withLength, tail))
                         LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
                     Memory::CopyOverlappedMemory(mBuffer + p + findLength, mBuffer + p + withLength,
                                                  static_cast<unsigned long>(tail));
@@ -385,7 +389,10 @@ void String::ReplaceAtPositions(String const& find, String const& with,
                 logical -= d;
                 shift -= d;
             }
-            std::memcpy(mBuffer + p, with.mBuffer, with.mLength);
+            if (!inside(p, withLength))
+                LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
+            if (withLength > 0)
+                std::memcpy(mBuffer + p, with.mBuffer, with.mLength);
         }
         if (d > 0) {
             long long const shrunk = static_cast<long long>(mLength) - d * c;

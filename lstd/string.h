@@ -90,8 +90,10 @@ public:
     /// and 2), as callers rely on.
     void ReplaceAll(String const& find, String const& with, unsigned long const& start = 0);
     /// Replaces find's length of bytes at each position (ascending, positions of the string
-    /// before the call) by with. Throws UnknownException "String::ReplaceAtPositions()" when
-    /// a move fails or a position lies outside the string.
+    /// before the call) by with, moving the rest of the text with a running shift. Throws
+    /// UnknownException "String::ReplaceAtPositions()" when bytes to move or write would lie
+    /// outside the text; a position whose running place fell below 0 with nothing left to
+    /// move behind it touches nothing ("aaa" with "aa" replaced by "" at 0 and 1 gives "").
     void ReplaceAtPositions(String const& find, String const& with,
                             ValDLinkList<unsigned long> const& positions);
 

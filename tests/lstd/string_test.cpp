@@ -180,6 +180,30 @@ TEST(String, ReplaceFirstAndAll) {
     EXPECT_EQ(B(s), "a==b==c");
 }
 
+// The running position of an overlapping match may fall below 0 once earlier matches have
+// shrunk the text; nothing is left to move there, so the text simply ends empty.
+TEST(String, ReplaceAllOverlapsBelowTheStartEmptyTheText) {
+    Row<char const*, char const*, unsigned long, char const*> const rows[] = {
+        {"aaa", "aa", 0, ""}, {"aaaa", "aaa", 0, ""}, {"abaaaaa", "aaa", 1, ""}};
+    for (auto const& [in, find, start, want] : rows) {
+        SCOPED_TRACE(in);
+        String s(in);
+        s.ReplaceAll(String(find), String(), start);
+        EXPECT_EQ(B(s), want);
+    }
+    // Where bytes would really move outside the text, it still fails: in 'aaaab' the second
+    // match runs at -1 with two bytes behind it.
+    String s("aaaab");
+    ExpectThrow<lstd::UnknownException>([&] { s.ReplaceAll(String("aa"), String()); },
+                                        "String::ReplaceAtPositions()");
+    lstd::ValDLinkList<unsigned long> positions;
+    positions.Append(4);
+    String t("a-b");
+    ExpectThrow<lstd::UnknownException>(
+        [&] { t.ReplaceAtPositions(String("-"), String("="), positions); },
+        "String::ReplaceAtPositions()");
+}
+
 TEST(String, ResizeTrimAndCase) {
     String s("ab");
     s.Resize(5);
