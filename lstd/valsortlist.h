@@ -7,14 +7,16 @@
 
 namespace lstd {
 
-/// A value list kept ascending, by T's operator< or by an optional comparator (not owned).
-/// Ascending input is appended without any search. Deliberate: a value equivalent to stored
+/// A value list kept ascending, by T's operator< or, when a comparator is given, by
+/// Comparator<T>::Compare: a orders before b when Compare(0, 0, a, b) is -1. The comparator
+/// object (not owned) only selects that route; specialise Comparator<T> for another
+/// ordering. Ascending input is appended without any search. Deliberate: a value equivalent to stored
 /// ones goes in front of the equivalent value the bisection lands on, so duplicates keep no
 /// stable order.
 template <typename T>
 class ValSortList : public ValDLAbstractList<T> {
 public:
-    /// comparator null: natural order; otherwise its Order decides.
+    /// comparator null: T's operator<; otherwise Comparator<T>::Compare.
     explicit ValSortList(Comparator<T>* comparator = nullptr) : mComparator(comparator) {}
     virtual ~ValSortList() {}
 
@@ -118,7 +120,7 @@ protected:
 
 private:
     bool Before(T const& a, T const& b) const {
-        return mComparator == nullptr ? a < b : mComparator->Order(a, b) == -1;
+        return mComparator == nullptr ? a < b : Comparator<T>::Compare(0, 0, a, b) == -1;
     }
     bool Equivalent(T const& a, T const& b) const { return !Before(a, b) && !Before(b, a); }
     static long long Hit(ValDoubleLink<T>* node, unsigned long p, T* found) {
