@@ -107,7 +107,9 @@ protected:
     }
 
     /// operator++ of the linked-list iterators: delivers a fresh item without moving, then
-    /// moves forward; false once the range end is passed (the node then stays put).
+    /// moves forward; false once the range end is passed (the node then stays put). The
+    /// range is fixed when the iterator is set up: a step inside it returns true even when
+    /// the list has since lost its far end and no node follows (the next step is false).
     template <typename Node>
     bool StepForward(Node*& node) {
         if (node == nullptr || mCurPosition > mEnd)
@@ -121,7 +123,7 @@ protected:
         if (++mCurPosition > mEnd)
             return false;
         node = node->mNext;
-        return node != nullptr;
+        return true;
     }
     /// operator-- of the linked-list iterators: the mirror image, stopping at begin.
     template <typename Node>
@@ -137,7 +139,7 @@ protected:
         if (--mCurPosition < mBegin)
             return false;
         node = node->mPrev;
-        return node != nullptr;
+        return true;
     }
     /// Moves a linked-list iterator off node, which its list is about to remove. forward = 1:
     /// onto the successor at the same position; otherwise onto the predecessor, one position

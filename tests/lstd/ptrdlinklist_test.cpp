@@ -137,6 +137,23 @@ TEST_F(PtrDLinkList, IteratorSteps) {
     EXPECT_TRUE(Walk(it).empty() && it.GetCurPosition() == 2);
 }
 
+// The range is fixed when the iterator is set up: after the list lost its far end, a step
+// still inside the range succeeds, onto no node; only the step after that fails.
+TEST_F(PtrDLinkList, StepInsideTheRangeSucceedsAfterTheListShrank) {
+    char const* msg = "Iterator not set validity.";
+    it.Init(list, 1, 0, -1);
+    EXPECT_EQ(list.RemoveLast(), &c);
+    EXPECT_TRUE(++it && it.Get() == &b && ++it && it.GetCurPosition() == 2);
+    ExpectThrow<NotInitializedIteratorException>([&] { it.Get(); }, msg);
+    EXPECT_FALSE(++it);
+    list.Append(&c);
+    it.Init(list, 1, 0, -1);
+    EXPECT_EQ(list.RemoveFirst(), &a);
+    EXPECT_TRUE(--it && it.Get() == &b && --it && it.GetCurPosition() == 0);
+    ExpectThrow<NotInitializedIteratorException>([&] { it.Get(); }, msg);
+    EXPECT_FALSE(--it);
+}
+
 TEST_F(PtrDLinkList, IteratorFailures) {
     ExpectThrow<InvalidOperationException>([&] { list.CreateIterator(3, 0, -1); },
                                            "Initial position '3' is out of range (0 -> 3 - 1).");

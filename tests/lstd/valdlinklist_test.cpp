@@ -168,6 +168,18 @@ TEST_F(ValDLinkList, IteratorCopiesAndRemoves) {
     EXPECT_EQ(Items(list), (V{30}));
 }
 
+TEST_F(ValDLinkList, StepInsideTheRangeSucceedsAfterTheListShrank) {
+    char const* msg = "ValDLAbstractListIterator is not initialized";
+    it.Init(list, 1, 0, -1);
+    EXPECT_TRUE(list.RemoveLast(nullptr) && ++it && ++it && it.GetCurPosition() == 2);
+    ExpectThrow<NotInitializedIteratorException>([&] { it.Get(); }, msg);
+    EXPECT_FALSE(++it);
+    it.Init(list, 1, 0, -1);
+    EXPECT_TRUE(list.RemoveFirst(nullptr) && --it && --it && it.GetCurPosition() == 0);
+    ExpectThrow<NotInitializedIteratorException>([&] { it.Get(); }, msg);
+    EXPECT_FALSE(--it);
+}
+
 TEST_F(ValDLinkList, IteratorFailures) {
     ExpectThrow<NotInitializedIteratorException>(
         [&] { it.Reset(0, 0, -1); },
