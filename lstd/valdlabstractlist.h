@@ -335,11 +335,9 @@ public:
     T& Get() const override { return Node()->mValue; }
     /// Replaces the current value; throws NotInitializedIteratorException without one.
     void Set(T const& value) const override { Node()->mValue = value; }
-    /// Unbinds the iterator, marks it exhausted and drops the node.
-    void Clear() override {
-        ListIterator<T>::Clear();
-        mCurNode = nullptr;
-    }
+    // Clear is deliberately the base one: it unbinds and exhausts the iterator but keeps the
+    // node, so Get still returns its value (the pointer iterator's Clear drops the node).
+
     /// target: position + 1 on this node's successor (or null), same range, fresh.
     virtual void GetNextIterator(ValDLAbstractListIterator& target) const {
         ListIterator<T>::GetNextIterator(target);

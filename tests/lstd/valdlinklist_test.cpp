@@ -180,6 +180,16 @@ TEST_F(ValDLinkList, StepInsideTheRangeSucceedsAfterTheListShrank) {
     EXPECT_FALSE(--it);
 }
 
+// Unlike the pointer iterator's, the value iterator's Clear is the base one: it unbinds and
+// exhausts the iterator but keeps its node, whose value Get still returns.
+TEST_F(ValDLinkList, IteratorClearKeepsTheNode) {
+    it.Init(list, 1, 0, -1);
+    it.Clear();
+    EXPECT_TRUE(it.GetCollection() == nullptr && it.GetCurPosition() == 3);
+    EXPECT_TRUE(it.Get() == 20 && it.Get(value) && value == 20);
+    EXPECT_FALSE(++it || --it);
+}
+
 TEST_F(ValDLinkList, IteratorFailures) {
     ExpectThrow<NotInitializedIteratorException>(
         [&] { it.Reset(0, 0, -1); },
