@@ -143,6 +143,12 @@ TEST_F(ValDLinkList, SwapAndAppendZeroZeroTakesAll) {
     EXPECT_EQ(Items(out), (V{30, 20, 10, 20}));
 }
 
+TEST_F(ValDLinkList, SwapReportsTheFirstInvalidPosition) {
+    ExpectThrow<InvalidIndexException>([&] { list.Swap(7, 9); }, "Invalid position (7)");
+    ExpectThrow<InvalidIndexException>([&] { list.Swap(9, 1); }, "Invalid position (9)");
+    EXPECT_EQ(Items(list), (V{10, 20, 30}));
+}
+
 TEST(ValQueue, FirstInFirstOut) {
     lstd::ValQueue<int> q;
     int value = 0;
