@@ -24,6 +24,16 @@ char* DuplicateText(char const* text) noexcept {
     return copy;
 }
 
+// Set while this thread builds a stack trace. Building one allocates; an exception raised
+// meanwhile (NotEnoughMemoryException when memory runs out) would build a trace of its own,
+// fail the same way, and so on until the stack overflowed.
+thread_local bool gBuildingTrace = false;
+
+struct TraceScope {
+    TraceScope() { gBuildingTrace = true; }
+    ~TraceScope() { gBuildingTrace = false; }
+};
+
 // Releases the symbol array on every path out.
 struct SymbolArray {
     char** symbols = nullptr;
@@ -73,6 +83,9 @@ char const* Exception::what() const noexcept { return mMessage; }
 // Kept out of line so that the frames it skips are always the same three: this function,
 // the Exception constructor and the constructor of the class being thrown.
 __attribute__((noinline)) void Exception::BuildStackTrace() {
+    if (gBuildingTrace)
+        return;  // raised while a trace is being built: this exception carries none
+    TraceScope const scope;
     StringBuilder builder;
     builder.Append("Stack trace:\n");
     void* frames[64];

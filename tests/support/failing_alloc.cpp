@@ -1,0 +1,85 @@
+// failing_alloc.cpp - malloc and realloc of the test program, failing on demand.
+//
+// Both forward to the C library's allocator (to the sanitizer's under AddressSanitizer, which
+// replaces it), so memory from them may be freed by the unreplaced free as usual.
+#include <failing_alloc.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdlib>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define LKIT_TEST_ASAN 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define LKIT_TEST_ASAN 1
+#endif
+#endif
+
+extern "C" {
+#if defined(LKIT_TEST_ASAN)
+void* __interceptor_malloc(std::size_t size);
+void* __interceptor_realloc(void* block, std::size_t size);
+#define LKIT_REAL_MALLOC __interceptor_malloc
+#define LKIT_REAL_REALLOC __interceptor_realloc
+#else
+void* __libc_malloc(std::size_t size);
+void* __libc_realloc(void* block, std::size_t size);
+#define LKIT_REAL_MALLOC __libc_malloc
+#define LKIT_REAL_REALLOC __libc_realloc
+#endif
+}
+
+namespace {
+// Allocations still allowed to succeed; negative: no limit.
+long gAllowed = -1;
+
+bool Refuse() {
+    if (gAllowed < 0)
+        return false;
+    if (gAllowed == 0) {
+        errno = ENOMEM;
+        return true;
+    }
+    --gAllowed;
+    return false;
+}
+}  // namespace
+
+// The forwarding calls are tail calls even in unoptimised builds, so that the allocator sees
+// the real caller as its caller: LeakSanitizer recognises the dynamic loader's lasting
+// allocations by it.
+#if defined(__clang__)
+#define LKIT_TAIL_CALLS
+#define LKIT_TAIL_RETURN [[clang::musttail]] return
+#else
+#define LKIT_TAIL_CALLS __attribute__((optimize("O2")))
+#define LKIT_TAIL_RETURN return
+#endif
+
+extern "C" LKIT_TAIL_CALLS void* malloc(std::size_t size) {
+    if (Refuse())
+        return nullptr;
+    LKIT_TAIL_RETURN LKIT_REAL_MALLOC(size);
+}
+
+extern "C" LKIT_TAIL_CALLS void* realloc(void* block, std::size_t size) {
+    if (Refuse())
+        return nullptr;
+    LKIT_TAIL_RETURN LKIT_REAL_REALLOC(block, size);
+}
+
+namespace lkit_test {
+FailingAllocations::FailingAllocations(long allowed) { gAllowed = allowed < 0 ? 0 : allowed; }
+FailingAllocations::~FailingAllocations() { Stop(); }
+void FailingAllocations::Stop() { gAllowed = -1; }
+
+bool FailingAllocations::Available() {
+    void* (*volatile allocate)(std::size_t) = &malloc;  // a call the compiler cannot drop
+    gAllowed = 0;
+    void* block = allocate(1);
+    gAllowed = -1;
+    std::free(block);
+    return block == nullptr;
+}
+}  // namespace lkit_test
