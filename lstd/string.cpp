@@ -34,6 +34,15 @@ unsigned long const kNotFound = static_cast<unsigned long>(-1);
 [[noreturn]] void OutOfMemory(unsigned long long line) {
     throw NotEnoughMemoryException("String", __FILE__, line);
 }
+
+// a + b for sizes of texts and blocks; a sum that does not fit in 64 bits could never be
+// allocated, so it is an allocation failure.
+unsigned long AddSizes(unsigned long a, unsigned long b) {
+    unsigned long sum;
+    if (__builtin_add_overflow(a, b, &sum))
+        OutOfMemory(__LINE__);
+    return sum;
+}
 }  // namespace
 
 // ---- storage -------------------------------------------------------------------------------
@@ -49,8 +58,9 @@ void String::Reallocate(unsigned long n) {
         mBuffer = NoBlock();
         return;
     }
+    unsigned long const size = AddSizes(n, 1);
     char* block =
-        static_cast<char*>(OwnsBlock() ? std::realloc(mBuffer, n + 1) : std::malloc(n + 1));
+        static_cast<char*>(OwnsBlock() ? std::realloc(mBuffer, size) : std::malloc(size));
     if (block == nullptr)
         OutOfMemory(__LINE__);
     mBuffer = block;
@@ -76,7 +86,7 @@ void String::Append(char const* s, unsigned long n) {
         return;
     bool const inside = PointsInto(s, mBuffer, mLength);
     unsigned long const offset = inside ? static_cast<unsigned long>(s - mBuffer) : 0;
-    Reallocate(mLength + n);
+    Reallocate(AddSizes(mLength, n));
     if (inside)
         s = mBuffer + offset;  // the block may have moved
     std::memcpy(mBuffer + mLength, s, n);
@@ -115,7 +125,7 @@ String::String(String&& other) noexcept : mBuffer(other.mBuffer), mLength(other.
 
 String::String(char const* a, unsigned long na, char const* b, unsigned long nb)
     : mBuffer(NoBlock()), mLength(0) {
-    Reallocate(na + nb);
+    Reallocate(AddSizes(na, nb));
     mLength = na + nb;
     if (mLength != 0) {
         std::memcpy(mBuffer, a, na);
@@ -360,10 +370,27 @@ void String::ReplaceAtPositions(String const& find, String const& with,
     long long const withLength = static_cast<long long>(with.mLength);
     long long const d = findLength - withLength;
     long long const c = static_cast<long long>(positions.GetNumberOfEntry());
+    // Positions and shifts whose sums do not fit in 64 bits lie outside any text.
+    auto const add = [](long long a, long long b) {
+        long long sum;
+        if (__builtin_add_overflow(a, b, &sum))
+            LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
+        return sum;
+    };
+    auto const sub = [](long long a, long long b) {
+        long long difference;
+        if (__builtin_sub_overflow(a, b, &difference))
+            LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
+        return difference;
+    };
     try {
         long long const before = static_cast<long long>(mLength);
+        long long change;  // d * c, the length given up (negative: gained)
+        bool const huge = __builtin_mul_overflow(d, c, &change);
         if (d < 0) {
-            long long const grown = before - d * c;
+            if (huge)
+                OutOfMemory(__LINE__);  // a length no block could hold
+            long long const grown = sub(before, change);
             Resize(static_cast<unsigned long>(grown > 0 ? grown : 0));
         }
         long long const size = static_cast<long long>(mLength);
@@ -377,17 +404,17 @@ void String::ReplaceAtPositions(String const& find, String const& with,
         long long logical = before;
         for (ValDoubleLink<unsigned long>* node = positions.GetHead(); node != nullptr;
              node = node->mNext) {
-            long long const p = static_cast<long long>(node->mValue) + shift;
+            long long const p = add(static_cast<long long>(node->mValue), shift);
             if (d != 0) {
-                long long const tail = logical - p - findLength;
+                long long const tail = sub(logical, add(p, findLength));
                 if (tail > 0) {
                     if (!inside(p + findLength, tail) || !inside(p + withLength, tail))
                         LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
                     Memory::CopyOverlappedMemory(mBuffer + p + findLength, mBuffer + p + withLength,
                                                  static_cast<unsigned long>(tail));
                 }
-                logical -= d;
-                shift -= d;
+                logical = sub(logical, d);
+                shift = sub(shift, d);
             }
             if (!inside(p, withLength))
                 LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
@@ -395,7 +422,7 @@ void String::ReplaceAtPositions(String const& find, String const& with,
                 std::memcpy(mBuffer + p, with.mBuffer, with.mLength);
         }
         if (d > 0) {
-            long long const shrunk = static_cast<long long>(mLength) - d * c;
+            long long const shrunk = huge ? 0 : static_cast<long long>(mLength) - change;
             Resize(static_cast<unsigned long>(shrunk > 0 ? shrunk : 0));
         }
     } catch (Exception const&) {
@@ -518,7 +545,9 @@ unsigned long String::Hash(String const* s) { return s == nullptr ? 0 : Hash(*s)
 
 void String::Sprintf(char*& buffer, unsigned long& length, char const* format,
                      va_list const& args) {
-    unsigned long size = std::strlen(format) * 10;
+    unsigned long size;
+    if (__builtin_mul_overflow(std::strlen(format), 10ul, &size))
+        OutOfMemory(__LINE__);
     if (size == 0)
         return;  // Deliberate: an empty format leaves the target as it was.
     char* block = static_cast<char*>(std::malloc(size));

@@ -31,7 +31,10 @@ String StringBuilder::ToString() const {
     String result;
     if (mTotalLength == 0)
         return result;
-    char* block = static_cast<char*>(std::malloc(mTotalLength + 1));
+    // A total whose block size (total + 1) does not fit could never be allocated.
+    char* block = mTotalLength == static_cast<unsigned long>(-1)
+                      ? nullptr
+                      : static_cast<char*>(std::malloc(mTotalLength + 1));
     if (block == nullptr)
         LSTD_THROW(NotEnoughMemoryException, "StringBuilder::ToString() Out of memory");
     char* end = block;

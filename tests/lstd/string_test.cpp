@@ -204,6 +204,19 @@ TEST(String, ReplaceAllOverlapsBelowTheStartEmptyTheText) {
         "String::ReplaceAtPositions()");
 }
 
+// A length whose block size (length + 1) does not fit in 64 bits is an allocation failure;
+// the String keeps its text.
+TEST(String, LengthsThatOverflowTheBlockSizeFailCleanly) {
+    unsigned long const huge = kNone;
+    String s("abc"), empty;
+    ExpectThrow<lstd::NotEnoughMemoryException>([&] { s.Resize(huge); }, "String");
+    ExpectThrow<lstd::NotEnoughMemoryException>([&] { empty.Resize(huge); }, "String");
+    ExpectThrow<lstd::NotEnoughMemoryException>([&] { String("xyz", huge); }, "String");
+    EXPECT_EQ((Strs{B(s), B(empty)}), (Strs{"abc", ""}));
+    s += "d";
+    EXPECT_EQ(B(s), "abcd");
+}
+
 TEST(String, ResizeTrimAndCase) {
     String s("ab");
     s.Resize(5);
