@@ -112,3 +112,21 @@ TEST(EnclosureTokenizer, NestingNotAllowedThrowsAndADoubledMarkerIsText) {
         marks += t.IsSeparatorChar(pos, "::") ? '1' : '0';
     EXPECT_EQ("0001100100", marks);
 }
+
+// The markers are read before the token is written, so one String may serve as the closing
+// marker and as the token (the plain tokenizer allows the same for its delimiters).
+TEST(EnclosureTokenizer, TokenMayBeTheClosingMarker) {
+    lstd::EnclosureTokenizer t;
+    t.Init("(ab)(c)", 0);
+    lstd::String open("("), both(")");
+    ASSERT_TRUE(t.Next(open, both, both));
+    EXPECT_EQ("ab", both);
+    EXPECT_EQ("0-4", Span(t));
+    both = ")";
+    ASSERT_TRUE(t.Next(open, both, both));
+    EXPECT_EQ("c", both);
+    lstd::String token("(");
+    t.Init("(ab)(c)", 0);
+    ASSERT_TRUE(t.Next(token, ")", token));  // and as the opening marker
+    EXPECT_EQ("0-4", Span(t));
+}
