@@ -262,6 +262,24 @@ unsigned long FindBytes(char const* hay, unsigned long hayLength, char const* ne
         return kNotFound;
     if (needleLength == 0)
         return start;
+    char const* const end = hay + hayLength;
+    if (needleLength <= 16) {
+        // Short needles: jump to each copy of the first byte and compare the rest. memmem's
+        // setup per call costs more than the scan when matches are close together, as
+        // they are for callers that replace or cut at every match; the cost of a bad case
+        // is bounded by the needle length.
+        char const first = needle[0];
+        char const* const last = end - needleLength;  // the last place a match may start
+        for (char const* at = hay + start; at <= last; ++at) {
+            at = static_cast<char const*>(
+                std::memchr(at, first, static_cast<unsigned long>(last - at) + 1));
+            if (at == nullptr)
+                return kNotFound;
+            if (std::memcmp(at + 1, needle + 1, needleLength - 1) == 0)
+                return static_cast<unsigned long>(at - hay);
+        }
+        return kNotFound;
+    }
     void const* hit = memmem(hay + start, hayLength - start, needle, needleLength);
     return hit != nullptr ? static_cast<unsigned long>(static_cast<char const*>(hit) - hay)
                           : kNotFound;
@@ -338,24 +356,109 @@ void String::Replace(String const& find, String const& with, unsigned long const
     if (start >= mLength || start + find.mLength > mLength)
         return;
     unsigned long const p = FindBytes(mBuffer, mLength, find.mBuffer, find.mLength, start);
-    if (p == kNotFound)
-        return;
-    ValDLinkList<unsigned long> positions;
-    positions.Append(p);
-    ReplaceAtPositions(find, with, positions);
+    if (p != kNotFound)
+        ReplaceSeparate(find, with, p, 1);
 }
 
 void String::ReplaceAll(String const& find, String const& with, unsigned long const& start) {
     if (start >= mLength || start + find.mLength > mLength)
         return;
-    ValDLinkList<unsigned long> positions;
     // Deliberate: the scan resumes one byte after a match, so overlapping matches count.
-    for (unsigned long p = FindBytes(mBuffer, mLength, find.mBuffer, find.mLength, start);
-         p != kNotFound && p < mLength;
-         p = FindBytes(mBuffer, mLength, find.mBuffer, find.mLength, p + 1))
+    auto const next = [&](unsigned long from) {
+        return FindBytes(mBuffer, mLength, find.mBuffer, find.mLength, from);
+    };
+    unsigned long const first = next(start);
+    unsigned long count = 0;
+    bool overlapping = false;
+    for (unsigned long p = first, last = 0; p != kNotFound && p < mLength; last = p, p = next(p + 1)) {
+        if (count != 0 && p < last + find.mLength)
+            overlapping = true;
+        ++count;
+    }
+    if (count == 0)
+        return;
+    if (!overlapping) {
+        ReplaceSeparate(find, with, first, count);
+        return;
+    }
+    // Overlapping matches are replaced one after another with the running shift.
+    ValDLinkList<unsigned long> positions;
+    for (unsigned long p = first; p != kNotFound && p < mLength; p = next(p + 1))
         positions.Append(p);
-    if (positions.GetNumberOfEntry() != 0)
-        ReplaceAtPositions(find, with, positions);
+    ReplaceAtPositions(find, with, positions);
+}
+
+// The common case of ReplaceAll and the whole of Replace: count matches that do not overlap,
+// the first at first and each later one the next match at or after the end of the one
+// before. The result is the one the running shift of ReplaceAtPositions gives, reached in
+// one pass: shrinking in place, growing into one new block. The String is unchanged when
+// memory runs out, which is reported as ReplaceAtPositions reports it.
+void String::ReplaceSeparate(String const& find, String const& with, unsigned long first,
+                             unsigned long count) {
+    if (&find == this || &with == this) {  // the text changes under them
+        String const findCopy(find);
+        String const withCopy(with);
+        ReplaceSeparate(findCopy, withCopy, first, count);
+        return;
+    }
+    unsigned long const findLength = find.mLength;
+    unsigned long const withLength = with.mLength;
+    // An empty find matches before every byte; the next match is one byte further on.
+    unsigned long const step = findLength != 0 ? findLength : 1;
+    auto const next = [&](unsigned long p) {
+        return FindBytes(mBuffer, mLength, find.mBuffer, findLength, p + step);
+    };
+    if (withLength == findLength) {
+        for (unsigned long p = first, k = 0; k < count; ++k, p = next(p))
+            std::memcpy(mBuffer + p, with.mBuffer, withLength);
+        return;
+    }
+    // The matches lie in the text without overlapping: removed <= mLength.
+    unsigned long const removed = findLength * count;
+    unsigned long added;
+    unsigned long length;
+    if (__builtin_mul_overflow(withLength, count, &added) ||
+        __builtin_add_overflow(mLength - removed, added, &length) || length == kNotFound)
+        LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");  // no block could hold it
+    if (withLength < findLength) {
+        // Shrinking: the text written never reaches the text still to be scanned.
+        char* out = mBuffer + first;
+        unsigned long p = first;
+        for (unsigned long k = 0; k < count; ++k) {
+            std::memcpy(out, with.mBuffer, withLength);
+            out += withLength;
+            unsigned long const from = p + findLength;
+            unsigned long const to = k + 1 < count ? next(p) : mLength;
+            std::memmove(out, mBuffer + from, to - from);
+            out += to - from;
+            p = to;
+        }
+        try {
+            Reallocate(length);
+        } catch (Exception const&) {
+            // Cannot happen in practice: the block shrinks. The moved text is complete
+            // up to length, so the larger block simply stays.
+        }
+        mLength = length;
+        if (OwnsBlock())
+            mBuffer[length] = '\0';
+        return;
+    }
+    char* block = static_cast<char*>(std::malloc(length + 1));
+    if (block == nullptr)
+        LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
+    char* out = block;
+    unsigned long from = 0;
+    for (unsigned long p = first, k = 0; k < count; ++k, p = next(p)) {
+        std::memcpy(out, mBuffer + from, p - from);
+        out += p - from;
+        std::memcpy(out, with.mBuffer, withLength);
+        out += withLength;
+        from = p + findLength;
+    }
+    std::memcpy(out, mBuffer + from, mLength - from);
+    block[length] = '\0';
+    Adopt(block, length);
 }
 
 void String::ReplaceAtPositions(String const& find, String const& with,

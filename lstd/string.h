@@ -154,6 +154,8 @@ private:
     void Assign(char const* s, unsigned long n);
     void Append(char const* s, unsigned long n);
     void Adopt(char* block, unsigned long length);
+    void ReplaceSeparate(String const& find, String const& with, unsigned long first,
+                         unsigned long count);
     void FormatFrom(char const* format, va_list const& args);
 
     char* mBuffer;
