@@ -12,6 +12,9 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <emmintrin.h>
+#include <malloc.h>
+
 namespace lstd {
 namespace {
 // The terminator shared by every String that owns no block. Never written: each write of
@@ -30,6 +33,10 @@ bool PointsInto(char const* s, char const* block, unsigned long n) {
 bool IsWhite(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
 unsigned long const kNotFound = static_cast<unsigned long>(-1);
+
+// The C library's allocator hands out blocks in 16-byte steps and keeps a block that is too
+// large by less than its smallest block (32 bytes) when realloc shrinks it.
+unsigned long const kAllocatorSlack = 32;
 
 [[noreturn]] void OutOfMemory(unsigned long long line) {
     throw NotEnoughMemoryException("String", __FILE__, line);
@@ -59,6 +66,14 @@ void String::Reallocate(unsigned long n) {
         return;
     }
     unsigned long const size = AddSizes(n, 1);
+    if (OwnsBlock()) {
+        // Sizes round up to the allocator's granules: when the block already is the one
+        // realloc would return (large enough, by less than a granule's slack), the call is
+        // skipped. Tools that track exact sizes report exact ones, and still see the call.
+        unsigned long const usable = malloc_usable_size(mBuffer);
+        if (usable >= size && usable - size < kAllocatorSlack)
+            return;
+    }
     char* block =
         static_cast<char*>(OwnsBlock() ? std::realloc(mBuffer, size) : std::malloc(size));
     if (block == nullptr)
@@ -66,7 +81,7 @@ void String::Reallocate(unsigned long n) {
     mBuffer = block;
 }
 
-void String::Assign(char const* s, unsigned long n) {
+void String::Assign(char const* s, unsigned long const& n) {
     if (n != mLength) {
         if (PointsInto(s, mBuffer, mLength)) {  // s lies in this very string
             *this = String(s, n);
@@ -294,27 +309,89 @@ unsigned long String::Find(char const* s, unsigned long const& start) const {
     return FindBytes(mBuffer, mLength, s, s != nullptr ? std::strlen(s) : 0, start);
 }
 
+namespace {
+// The bytes that start needles, for skipping positions where no needle can start: up to
+// four bytes are compared 16 positions at a time, more go to a set of 256 bits.
+class StartBytes {
+public:
+    void Add(unsigned char b) {
+        if (mCount < 4)
+            mBytes[mCount] = b;
+        if (++mCount == 5)
+            for (unsigned char const first : mBytes)
+                Set(first);
+        if (mCount > 4)
+            Set(b);
+    }
+    /// The first position in [p, last] whose byte is in the set, or last + 1.
+    unsigned long Next(unsigned char const* text, unsigned long p, unsigned long last) const {
+        if (mCount > 4) {
+            for (; p <= last; ++p)
+                if (((mWords[text[p] >> 6] >> (text[p] & 63)) & 1) != 0)
+                    return p;
+            return last + 1;
+        }
+        // Unused lanes repeat the first byte.
+        __m128i const b0 = _mm_set1_epi8(static_cast<char>(mBytes[0]));
+        __m128i const b1 = _mm_set1_epi8(static_cast<char>(mBytes[mCount > 1 ? 1 : 0]));
+        __m128i const b2 = _mm_set1_epi8(static_cast<char>(mBytes[mCount > 2 ? 2 : 0]));
+        __m128i const b3 = _mm_set1_epi8(static_cast<char>(mBytes[mCount > 3 ? 3 : 0]));
+        for (; p <= last && last - p >= 15; p += 16) {
+            __m128i const v = _mm_loadu_si128(reinterpret_cast<__m128i const*>(text + p));
+            __m128i const hit =
+                _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, b0), _mm_cmpeq_epi8(v, b1)),
+                             _mm_or_si128(_mm_cmpeq_epi8(v, b2), _mm_cmpeq_epi8(v, b3)));
+            unsigned const mask = static_cast<unsigned>(_mm_movemask_epi8(hit));
+            if (mask != 0)
+                return p + static_cast<unsigned long>(__builtin_ctz(mask));
+        }
+        for (; p <= last; ++p) {
+            unsigned char const c = text[p];
+            if (c == mBytes[0] || (mCount > 1 && c == mBytes[1]) || (mCount > 2 && c == mBytes[2]) ||
+                (mCount > 3 && c == mBytes[3]))
+                return p;
+        }
+        return last + 1;
+    }
+
+private:
+    void Set(unsigned char b) { mWords[b >> 6] |= std::uint64_t{1} << (b & 63); }
+
+    unsigned char mBytes[4] = {0, 0, 0, 0};  // the first four bytes added
+    unsigned mCount = 0;                     // bytes added
+    std::uint64_t mWords[4] = {0, 0, 0, 0};  // all of them, once there are more than four
+};
+}  // namespace
+
 unsigned long String::Find(String const* needles, long const& count, long* which,
                            unsigned long const& start) const {
     if (start >= mLength || count <= 0)
         return kNotFound;
     // Positions whose byte starts no needle are skipped without trying the needles; an
     // empty needle fits everywhere, so then only start needs trying.
-    bool starts[256] = {};
+    StartBytes starts;
     bool anyEmpty = false;
     for (long k = 0; k < count; ++k) {
         if (needles[k].mLength == 0)
             anyEmpty = true;
         else
-            starts[static_cast<unsigned char>(needles[k].mBuffer[0])] = true;
+            starts.Add(static_cast<unsigned char>(needles[k].mBuffer[0]));
     }
     unsigned long const last = anyEmpty ? start : mLength - 1;
+    unsigned char const* const text = reinterpret_cast<unsigned char const*>(mBuffer);
     for (unsigned long p = start; p <= last; ++p) {
-        if (!anyEmpty && !starts[static_cast<unsigned char>(mBuffer[p])])
-            continue;
+        if (!anyEmpty) {
+            p = starts.Next(text, p, last);
+            if (p > last)
+                return kNotFound;
+        }
         for (long k = 0; k < count; ++k) {
             String const& n = needles[k];
-            if (p + n.mLength <= mLength && std::memcmp(mBuffer + p, n.mBuffer, n.mLength) == 0) {
+            if (p + n.mLength <= mLength &&
+                (n.mLength == 0 ||
+                 (n.mBuffer[0] == mBuffer[p] &&
+                  (n.mLength == 1 ||
+                   std::memcmp(mBuffer + p + 1, n.mBuffer + 1, n.mLength - 1) == 0)))) {
                 if (which != nullptr)
                     *which = k;
                 return p;
@@ -692,6 +769,20 @@ void String::Sprintf(char*& buffer, unsigned long& length, char const* format,
 }
 
 void String::FormatFrom(char const* format, va_list const& args) {
+    if (format[0] == '\0')
+        return;  // Deliberate: an empty format leaves the target as it was.
+    // Most texts fit a small buffer on the stack; copied from there, the target keeps its
+    // block when the length is unchanged and is resized in place otherwise. Longer texts and
+    // conversions the C library rejects take the worker's way.
+    char local[256];
+    va_list copy;
+    va_copy(copy, const_cast<va_list&>(args));
+    int const result = std::vsnprintf(local, sizeof local, format, copy);
+    va_end(copy);
+    if (result >= 0 && static_cast<unsigned long>(result) < sizeof local) {
+        Assign(local, static_cast<unsigned long>(result));
+        return;
+    }
     char* block = nullptr;
     unsigned long length = 0;
     Sprintf(block, length, format, args);

@@ -41,6 +41,9 @@ public:
     String& operator+=(String const& s);
     String& operator+=(char const* s);
 
+    /// Replaces the text with exactly n bytes of s (NULs included; s may point into this
+    /// String). Keeps the block when the length is unchanged.
+    void Assign(char const* s, unsigned long const& n);
     /// Sets the length to n: growing pads with spaces (deliberately not NULs), shrinking cuts.
     void Resize(unsigned long const& n);
     /// Releases the text; the String is then a valid empty string.
@@ -151,7 +154,6 @@ private:
     String(char const* a, unsigned long na, char const* b, unsigned long nb);
     bool OwnsBlock() const;
     void Reallocate(unsigned long n);
-    void Assign(char const* s, unsigned long n);
     void Append(char const* s, unsigned long n);
     void Adopt(char* block, unsigned long length);
     void ReplaceSeparate(String const& find, String const& with, unsigned long first,

@@ -73,6 +73,10 @@ TEST(TTokenizer, RemembersTheDelimitersAroundTheLastToken) {
     EXPECT_TRUE(t.IsMatchedSeperator("\t") && t.IsMatchedSeperator("\n"));
     EXPECT_EQ(Strings{"q"}, Tokens(1, base, lstd::String("-")));
     EXPECT_FALSE(t.IsMatchedSeperator("\t") || t.IsMatchedSeperator("\n"));
+    lstd::String both[] = {";", ","};  // the token may be one of the delimiters
+    t.Init(",a;b");
+    ASSERT_TRUE(t.Next(both, 2, both[0]));
+    EXPECT_TRUE(both[0] == "a" && t.IsLeftMatchedSeperator(",") && t.IsRightMatchedSeperator(";"));
 }
 
 TEST(EnclosureTokenizer, NestingAllowedGivesTheWholeEnclosure) {
