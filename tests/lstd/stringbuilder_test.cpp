@@ -3,6 +3,7 @@
 #include <lstd/stringbuilder.h>
 
 #include <expect_throw.h>
+#include <failing_alloc.h>
 
 #include <climits>
 #include <string>
@@ -44,4 +45,31 @@ TEST(StringBuilder, InsertPastThePiecesThrows) {
     b.Append("ab");
     ExpectThrow<lstd::InvalidIndexException>([&] { b.Insert(String("x"), 2); }, message);
     EXPECT_EQ(Text(b), "ab");
+}
+
+// Appended pieces stay packed until an Insert lands among them; when memory runs out while
+// they become list pieces, the builder keeps every piece as it was.
+TEST(StringBuilder, InsertAmongAppendedPiecesIsAllOrNothing) {
+    StringBuilder b;
+    b.Append("ab");
+    b.Append(String("cd"));
+    b.Append(7LL);
+    if (FailingAllocations::Available()) {
+        {
+            FailingAllocations failing(2, 1);  // the first piece, not the second
+            ExpectThrow<lstd::NotEnoughMemoryException>([&] { b.Insert(String("X"), 2); },
+                                                        "std::bad_alloc");
+        }
+        EXPECT_EQ(Text(b), "abcd7");
+    }
+    b.Insert(String("X"), 2);
+    b.Insert(String("Y"), 4);
+    EXPECT_EQ(Text(b), "abcdX7Y");
+    std::string const longPiece(70000, 'L');  // longer than a length byte and a chunk
+    b.Append(String(longPiece.data(), longPiece.size()));
+    b.Append("z");
+    StringBuilder copy(b);
+    copy.Insert(String("-"), 6);  // between the long piece and "z"
+    EXPECT_EQ(Text(copy), "abcdX7Y" + longPiece + "-z");
+    EXPECT_EQ(Text(b), "abcdX7Y" + longPiece + "z");
 }

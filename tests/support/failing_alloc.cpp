@@ -31,18 +31,26 @@ void* __libc_realloc(void* block, std::size_t size);
 }
 
 namespace {
-// Allocations still allowed to succeed; negative: no limit.
+// Allocations still allowed to succeed before the failing ones; negative: no limit.
 long gAllowed = -1;
+// Allocations still to fail once gAllowed is used up; negative: all of them.
+long gFailures = -1;
 
 bool Refuse() {
     if (gAllowed < 0)
         return false;
-    if (gAllowed == 0) {
-        errno = ENOMEM;
-        return true;
+    if (gAllowed > 0) {
+        --gAllowed;
+        return false;
     }
-    --gAllowed;
-    return false;
+    if (gFailures == 0) {
+        gAllowed = -1;
+        return false;
+    }
+    if (gFailures > 0)
+        --gFailures;
+    errno = ENOMEM;
+    return true;
 }
 }  // namespace
 
@@ -70,13 +78,17 @@ extern "C" LKIT_TAIL_CALLS void* realloc(void* block, std::size_t size) {
 }
 
 namespace lkit_test {
-FailingAllocations::FailingAllocations(long allowed) { gAllowed = allowed < 0 ? 0 : allowed; }
+FailingAllocations::FailingAllocations(long allowed, long failures) {
+    gFailures = failures;
+    gAllowed = allowed < 0 ? 0 : allowed;
+}
 FailingAllocations::~FailingAllocations() { Stop(); }
 void FailingAllocations::Stop() { gAllowed = -1; }
 
 bool FailingAllocations::Available() {
     void* (*volatile allocate)(std::size_t) = &malloc;  // a call the compiler cannot drop
     gAllowed = 0;
+    gFailures = 1;
     void* block = allocate(1);
     gAllowed = -1;
     std::free(block);

@@ -5,11 +5,12 @@
 namespace lkit_test {
 
 // While an object lives, the first `allowed` calls of malloc or realloc (in the whole
-// program, operator new included) succeed and every later one returns null. Keep the scope
-// tight: the test framework allocates too. Destruction, or Stop(), lets them succeed again.
+// program, operator new included) succeed, the next `failures` ones return null (all later
+// ones when failures is negative), and the rest succeed. Keep the scope tight: the test
+// framework allocates too. Destruction, or Stop(), lets them all succeed again.
 class FailingAllocations {
 public:
-    explicit FailingAllocations(long allowed);
+    explicit FailingAllocations(long allowed, long failures = -1);
     ~FailingAllocations();
     FailingAllocations(FailingAllocations const&) = delete;
     FailingAllocations& operator=(FailingAllocations const&) = delete;
