@@ -199,8 +199,8 @@ int main(int argc, char** argv) {
             bool const aggregate = Text(run, "run_type") == "aggregate";
             if (aggregate && Text(run, "aggregate_name") != "median")
                 continue;
-            std::string const name = Text(run, "run_name").empty() ? Text(run, "name")
-                                                                     : Text(run, "run_name");
+            std::string const name =
+                Text(run, "run_name").empty() ? Text(run, "name") : Text(run, "run_name");
             std::vector<std::string> parts = Split(name);
             if (parts.size() < 3)
                 continue;

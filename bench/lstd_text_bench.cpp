@@ -41,8 +41,8 @@ struct Tally {
 
 // The words of Words(n) are separated by single blanks: one more word than blanks.
 Tally Expected(std::string const& words) {
-    unsigned long const blanks = static_cast<unsigned long>(
-        std::count_if(words.begin(), words.end(), [](char c) { return c == ' ' || c == '\n' || c == '\t'; }));
+    unsigned long const blanks = static_cast<unsigned long>(std::count_if(
+        words.begin(), words.end(), [](char c) { return c == ' ' || c == '\n' || c == '\t'; }));
     return Tally{blanks + 1, words.size() - blanks};
 }
 
@@ -151,8 +151,8 @@ void FormatSnprintf(benchmark::State& state) {
     for (auto _ : state) {
         unsigned long total = 0;
         for (long i = 0; i < n; ++i)
-            total += static_cast<unsigned long>(
-                std::snprintf(buffer, sizeof buffer, "%s=%d", kKeys[i % 6], static_cast<int>(i * 37)));
+            total += static_cast<unsigned long>(std::snprintf(
+                buffer, sizeof buffer, "%s=%d", kKeys[i % 6], static_cast<int>(i * 37)));
         benchmark::DoNotOptimize(total);
         benchmark::DoNotOptimize(buffer);
     }

@@ -79,7 +79,7 @@ private:
 
 // Appends the formatted text to builder; through a stack buffer when it fits.
 __attribute__((format(printf, 2, 3))) void AppendFormatted(StringBuilder& builder,
-                                                            char const* format, ...) {
+                                                           char const* format, ...) {
     char local[512];
     va_list args;
     va_start(args, format);
@@ -120,7 +120,7 @@ void FormatFrame(StringBuilder& builder, char* line, DemangleBuffer& work) {
                                              : std::strlen(bracket + 1));
     char const* offsetEnd = plus != nullptr ? std::strchr(plus + 1, ')') : nullptr;
     FieldText const offset(plus != nullptr ? plus + 1 : "",
-                           plus == nullptr         ? 0
+                           plus == nullptr        ? 0
                            : offsetEnd != nullptr ? static_cast<std::size_t>(offsetEnd - plus - 1)
                                                   : std::strlen(plus + 1));
     *open = '\0';
@@ -137,8 +137,8 @@ void FormatFrame(StringBuilder& builder, char* line, DemangleBuffer& work) {
             name = work.bytes;
     }
     if (plus != nullptr)
-        AppendFormatted(builder, "  %s [ \033[31m%s\033[0m + %s ] [%s]\n", line, name,
-                        offset.Get(), address.Get());
+        AppendFormatted(builder, "  %s [ \033[31m%s\033[0m + %s ] [%s]\n", line, name, offset.Get(),
+                        address.Get());
     else
         AppendFormatted(builder, "  %s [ %s   %s ] [%s]\n", line, name, "", address.Get());
 }

@@ -74,8 +74,7 @@ void String::Reallocate(unsigned long n) {
         if (usable >= size && usable - size < kAllocatorSlack)
             return;
     }
-    char* block =
-        static_cast<char*>(OwnsBlock() ? std::realloc(mBuffer, size) : std::malloc(size));
+    char* block = static_cast<char*>(OwnsBlock() ? std::realloc(mBuffer, size) : std::malloc(size));
     if (block == nullptr)
         OutOfMemory(__LINE__);
     mBuffer = block;
@@ -347,8 +346,8 @@ public:
         }
         for (; p <= last; ++p) {
             unsigned char const c = text[p];
-            if (c == mBytes[0] || (mCount > 1 && c == mBytes[1]) || (mCount > 2 && c == mBytes[2]) ||
-                (mCount > 3 && c == mBytes[3]))
+            if (c == mBytes[0] || (mCount > 1 && c == mBytes[1]) ||
+                (mCount > 2 && c == mBytes[2]) || (mCount > 3 && c == mBytes[3]))
                 return p;
         }
         return last + 1;
@@ -388,10 +387,9 @@ unsigned long String::Find(String const* needles, long const& count, long* which
         for (long k = 0; k < count; ++k) {
             String const& n = needles[k];
             if (p + n.mLength <= mLength &&
-                (n.mLength == 0 ||
-                 (n.mBuffer[0] == mBuffer[p] &&
-                  (n.mLength == 1 ||
-                   std::memcmp(mBuffer + p + 1, n.mBuffer + 1, n.mLength - 1) == 0)))) {
+                (n.mLength == 0 || (n.mBuffer[0] == mBuffer[p] &&
+                                    (n.mLength == 1 || std::memcmp(mBuffer + p + 1, n.mBuffer + 1,
+                                                                   n.mLength - 1) == 0)))) {
                 if (which != nullptr)
                     *which = k;
                 return p;
@@ -447,7 +445,8 @@ void String::ReplaceAll(String const& find, String const& with, unsigned long co
     unsigned long const first = next(start);
     unsigned long count = 0;
     bool overlapping = false;
-    for (unsigned long p = first, last = 0; p != kNotFound && p < mLength; last = p, p = next(p + 1)) {
+    for (unsigned long p = first, last = 0; p != kNotFound && p < mLength;
+         last = p, p = next(p + 1)) {
         if (count != 0 && p < last + find.mLength)
             overlapping = true;
         ++count;

@@ -57,7 +57,8 @@ void Put(Packed& packed, char const* s, unsigned long n) {
         (last != nullptr ? last->mNext : packed.mFirst) = first;
     }
     for (Chunk* chunk = last != nullptr ? last : packed.mFirst; n > 0; chunk = chunk->mNext) {
-        unsigned long const part = n < chunk->mCapacity - chunk->mSize ? n : chunk->mCapacity - chunk->mSize;
+        unsigned long const part =
+            n < chunk->mCapacity - chunk->mSize ? n : chunk->mCapacity - chunk->mSize;
         std::memcpy(chunk->Bytes() + chunk->mSize, s, part);
         chunk->mSize += part;
         s += part;

@@ -184,8 +184,8 @@ TEST(String, ReplaceFirstAndAll) {
 // An empty find matches before every byte from start on.
 TEST(String, ReplaceAllOfSeparateMatches) {
     Row<char const*, char const*, char const*, unsigned long, char const*> const rows[] = {
-        {"abc", "", "-", 1, "a-b-c"},        {"ab", "", "xy", 0, "xyaxyb"},
-        {"a.b.c", ".", ",", 0, "a,b,c"},     {"x&amp;y&amp;", "&amp;", "&", 0, "x&y&"},
+        {"abc", "", "-", 1, "a-b-c"},       {"ab", "", "xy", 0, "xyaxyb"},
+        {"a.b.c", ".", ",", 0, "a,b,c"},    {"x&amp;y&amp;", "&amp;", "&", 0, "x&y&"},
         {"&amp;&amp;", "&amp;", "", 0, ""}, {"a<b<", "<", "&lt;", 1, "a&lt;b&lt;"}};
     for (auto const& [in, find, with, start, want] : rows) {
         SCOPED_TRACE(testing::Message() << in << ": " << find << " -> " << with);

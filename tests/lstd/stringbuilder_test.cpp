@@ -14,12 +14,12 @@ using namespace std::string_literals;
 
 namespace {
 // The joined text; ToString leaves the builder unchanged, so it may be called at will.
-std::string Text(StringBuilder const &b) {
+std::string Text(StringBuilder const& b) {
     String const s = b.ToString();
     EXPECT_EQ(s.GetLength(), b.GetLength());
     return std::string(s.GetStdChar(), s.GetLength());
 }
-} // namespace
+}  // namespace
 
 TEST(StringBuilder, AppendAndInsertByPieceIndex) {
     StringBuilder b;
@@ -28,7 +28,7 @@ TEST(StringBuilder, AppendAndInsertByPieceIndex) {
     b.Insert(String("X"), 0);
     EXPECT_EQ(Text(b), "Xab");
     b.Append(String("c\0d", 3));
-    b.Insert(String("YZ"), 2); // Deliberate: between the pieces "ab" and "c\0d".
+    b.Insert(String("YZ"), 2);  // Deliberate: between the pieces "ab" and "c\0d".
     b.Insert(String("!"), 4);
     EXPECT_EQ(Text(b), "XabYZc\0d!"s);
     EXPECT_EQ(Text(b), "XabYZc\0d!"s);
@@ -38,7 +38,7 @@ TEST(StringBuilder, AppendAndInsertByPieceIndex) {
 }
 
 TEST(StringBuilder, InsertPastThePiecesThrows) {
-    char const *const message =
+    char const* const message =
         "The position passed into PtrDLinkList<T>::InsertAt() method is invalid.";
     StringBuilder b;
     ExpectThrow<lstd::InvalidIndexException>([&] { b.Insert(String("x"), 1); }, message);

@@ -18,10 +18,10 @@ struct Num {
     bool operator<(Num const& o) const { return v < o.v; }
     int v;
 };
-using Tens = Num<0>;        // compared by the tens digit: 31 and 32 are equivalent, not equal
-using Down = Num<1>;        // compared in descending order
-using Counted = Num<2>;     // natural order, counting the comparisons
-using Point = Num<3>;       // a specialisation with nothing but the static Compare
+using Tens = Num<0>;     // compared by the tens digit: 31 and 32 are equivalent, not equal
+using Down = Num<1>;     // compared in descending order
+using Counted = Num<2>;  // natural order, counting the comparisons
+using Point = Num<3>;    // a specialisation with nothing but the static Compare
 int compareCalls = 0;
 
 signed char Sign(int a, int b) { return a < b ? -1 : (b < a ? 1 : 0); }
