@@ -98,6 +98,20 @@ TEST_F(PtrDLinkList, RemoveAllAndRemoveList) {
     EXPECT_EQ(Items(list), (P{&b}));
 }
 
+// The other list is walked in place, except where the removal changes it: when it is the
+// list itself or the collection receiving the removed items.
+TEST_F(PtrDLinkList, RemoveListOfItselfOrIntoItself) {
+    list.Remove(list, &out);
+    EXPECT_TRUE(Items(list).empty());
+    EXPECT_EQ(Items(out), (P{&a, &b, &c}));
+    Fill(list, &a, &b, &a);
+    List which;
+    Fill(which, &a, &b);
+    list.RemoveAll(which, &which);  // emptied before each item: ends with the last removals
+    EXPECT_EQ(Items(which), (P{&b}));
+    EXPECT_TRUE(Items(list).empty());
+}
+
 TEST_F(PtrDLinkList, AppendZeroZeroTakesAll) {
     out.Append(list, 0, 0);  // Deliberate: (0, 0) appends the whole list.
     out.Append(list, 1, 1);

@@ -133,6 +133,20 @@ TEST_F(ValDLinkList, RemoveAllAndRemoveList) {
     EXPECT_EQ(Items(list), (V{20}));
 }
 
+TEST_F(ValDLinkList, RemoveListOfItselfOrIntoItself) {
+    list.Remove(list, &out);  // a copy of the values is walked
+    EXPECT_TRUE(Items(list).empty());
+    EXPECT_EQ(Items(out), (V{10, 20, 30}));
+    Fill(list, 10, 20, 30, 10);
+    Fill(empty, 10, 30);
+    list.RemoveAll(empty, &empty);  // emptied before each value: the last removals remain
+    EXPECT_EQ(Items(empty), (V{30}));
+    EXPECT_EQ(Items(list), (V{20}));
+    Fill(list, 30, 10);
+    list.Remove(out, &list);  // each removed value returns to the list's end
+    EXPECT_EQ(Items(list), (V{10, 20, 30}));
+}
+
 TEST_F(ValDLinkList, SwapAndAppendZeroZeroTakesAll) {
     list.Swap(0, 2);
     list.Swap(7, 7);  // same position: nothing, not even a range check
