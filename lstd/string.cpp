@@ -767,21 +767,28 @@ void String::Sprintf(char*& buffer, unsigned long& length, char const* format,
     length = n;
 }
 
-void String::FormatFrom(char const* format, va_list const& args) {
+// Most texts fit a small buffer on the stack; copied from there, the target keeps its block
+// when the length is unchanged and is resized in place otherwise. Longer texts and
+// conversions the C library rejects take the worker's way, with a fresh pass of the
+// arguments: the result is the worker's in every case.
+bool String::FormatShort(char const* format, va_list args) {
     if (format[0] == '\0')
-        return;  // Deliberate: an empty format leaves the target as it was.
-    // Most texts fit a small buffer on the stack; copied from there, the target keeps its
-    // block when the length is unchanged and is resized in place otherwise. Longer texts and
-    // conversions the C library rejects take the worker's way.
+        return true;  // Deliberate: an empty format leaves the target as it was.
     char local[256];
+    int const result = std::vsnprintf(local, sizeof local, format, args);
+    if (result < 0 || static_cast<unsigned long>(result) >= sizeof local)
+        return false;
+    Assign(local, static_cast<unsigned long>(result));
+    return true;
+}
+
+void String::FormatFrom(char const* format, va_list const& args) {
     va_list copy;
     va_copy(copy, const_cast<va_list&>(args));
-    int const result = std::vsnprintf(local, sizeof local, format, copy);
+    bool const done = FormatShort(format, copy);
     va_end(copy);
-    if (result >= 0 && static_cast<unsigned long>(result) < sizeof local) {
-        Assign(local, static_cast<unsigned long>(result));
+    if (done)
         return;
-    }
     char* block = nullptr;
     unsigned long length = 0;
     Sprintf(block, length, format, args);
@@ -801,42 +808,42 @@ void String::Sprintf(String& target, char const* format, va_list const& args) {
 #pragma clang diagnostic ignored "-Wvarargs"
 #endif
 
-void String::Sprintf(char const* format, ...) {
-    va_list args;
-    va_start(args, format);
-    FormatFrom(format, args);
-    va_end(args);
-}
+// The variadic forms: one pass of the arguments for the stack buffer, a fresh one for the
+// worker when the text did not fit (a va_list copy would cost more than starting again).
+#define LSTD_FORMAT_ARGUMENTS(target, format, last)                                                \
+    do {                                                                                           \
+        va_list args;                                                                              \
+        va_start(args, last);                                                                      \
+        bool const done = (target).FormatShort((format), args);                                    \
+        va_end(args);                                                                              \
+        if (!done) {                                                                               \
+            va_start(args, last);                                                                  \
+            (target).FormatFrom((format), args);                                                   \
+            va_end(args);                                                                          \
+        }                                                                                          \
+    } while (0)
+
+void String::Sprintf(char const* format, ...) { LSTD_FORMAT_ARGUMENTS(*this, format, format); }
 
 void String::Sprintf(String const& format, ...) {
-    va_list args;
-    va_start(args, format);
-    FormatFrom(format.mBuffer, args);  // format may be this string: it is read before Adopt
-    va_end(args);
+    // format may be this string: it is read before the text is replaced
+    LSTD_FORMAT_ARGUMENTS(*this, format.mBuffer, format);
 }
 
 void String::Sprintf(String& target, char const* format, ...) {
-    va_list args;
-    va_start(args, format);
-    target.FormatFrom(format, args);
-    va_end(args);
+    LSTD_FORMAT_ARGUMENTS(target, format, format);
 }
 
 void String::Sprintf(String& target, String const& format, ...) {
-    va_list args;
-    va_start(args, format);
-    target.FormatFrom(format.mBuffer, args);
-    va_end(args);
+    LSTD_FORMAT_ARGUMENTS(target, format.mBuffer, format);
 }
 
 String String::SSprintf(String const& format, ...) {
     String result;
-    va_list args;
-    va_start(args, format);
-    result.FormatFrom(format.mBuffer, args);
-    va_end(args);
+    LSTD_FORMAT_ARGUMENTS(result, format.mBuffer, format);
     return result;
 }
+#undef LSTD_FORMAT_ARGUMENTS
 
 #if defined(__clang__)
 #pragma clang diagnostic pop

@@ -158,6 +158,7 @@ private:
     void Adopt(char* block, unsigned long length);
     void ReplaceSeparate(String const& find, String const& with, unsigned long first,
                          unsigned long count);
+    bool FormatShort(char const* format, va_list args);
     void FormatFrom(char const* format, va_list const& args);
 
     char* mBuffer;
