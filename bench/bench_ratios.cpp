@@ -247,9 +247,10 @@ int main(int argc, char** argv) {
     for (Pair const& pair : pairs) {
         if (!pair.hasLkit || !pair.hasPeer || pair.other.throughput <= 0)
             continue;
-        std::printf("  %-44s lkit / %-16s %7.3f   (%s, %d repetitions)\n", pair.work.c_str(),
+        std::printf("  %-44s lkit / %-16s %7.3f   (%s, %d repetition%s)\n", pair.work.c_str(),
                     pair.peer.c_str(), pair.lkit.throughput / pair.other.throughput,
-                    pair.lkit.unit.c_str(), pair.lkit.repetitions);
+                    pair.lkit.unit.c_str(), pair.lkit.repetitions,
+                    pair.lkit.repetitions == 1 ? "" : "s");
     }
     return status;
 }
