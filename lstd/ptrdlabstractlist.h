@@ -183,26 +183,10 @@ protected:
     void ForEachOf(IPtrOrderList<T> const& other, IPtrCollection<T> const* removed,
                    Visit visit) const {
         IPtrOrderList<T> const* const self = this;
-        if (&other == self || static_cast<IPtrCollection<T> const*>(&other) == removed) {
-            std::vector<T*> items;
-            items.reserve(other.GetNumberOfEntry());
-            EachItem(other, [&items](T* item) { items.push_back(item); });
-            for (T* item : items)
-                visit(item);
-            return;
-        }
-        EachItem(other, visit);
-    }
-    template <typename Visit>
-    static void EachItem(IPtrOrderList<T> const& other, Visit visit) {
-        if (auto const* list = dynamic_cast<PtrDLAbstractList const*>(&other)) {
-            for (PtrDoubleLink<T>* node = list->mHead; node != nullptr; node = node->mNext)
-                visit(node->mItem);
-            return;
-        }
-        unsigned long const count = other.GetNumberOfEntry();
-        if (count != 0)
-            dlink::ForEach(other, 0, count - 1, visit);
+        bool const changed =
+            &other == self || static_cast<IPtrCollection<T> const*>(&other) == removed;
+        dlink::ForEachOf<PtrDLAbstractList, T*>(
+            other, changed, [](PtrDoubleLink<T>* node) { return node->mItem; }, visit);
     }
 
     unsigned long mCount;

@@ -267,26 +267,10 @@ protected:
     void ForEachOf(IValOrderList<T> const& other, IValCollection<T> const* removed,
                    Visit visit) const {
         IValOrderList<T> const* const self = this;
-        if (&other == self || static_cast<IValCollection<T> const*>(&other) == removed) {
-            std::vector<T> values;
-            values.reserve(other.GetNumberOfEntry());
-            EachValue(other, [&values](T const& value) { values.push_back(value); });
-            for (T const& value : values)
-                visit(value);
-            return;
-        }
-        EachValue(other, visit);
-    }
-    template <typename Visit>
-    static void EachValue(IValOrderList<T> const& other, Visit visit) {
-        if (auto const* list = dynamic_cast<ValDLAbstractList const*>(&other)) {
-            for (ValDoubleLink<T>* node = list->mHead; node != nullptr; node = node->mNext)
-                visit(node->mValue);
-            return;
-        }
-        unsigned long const count = other.GetNumberOfEntry();
-        if (count != 0)
-            dlink::ForEach(other, 0, count - 1, visit);
+        bool const changed =
+            &other == self || static_cast<IValCollection<T> const*>(&other) == removed;
+        dlink::ForEachOf<ValDLAbstractList, T>(
+            other, changed, [](ValDoubleLink<T>* node) -> T const& { return node->mValue; }, visit);
     }
 
     unsigned long mCount;
