@@ -18,13 +18,13 @@
 
 extern "C" {
 #if defined(LKIT_TEST_ASAN)
-void* __interceptor_malloc(std::size_t size);
-void* __interceptor_realloc(void* block, std::size_t size);
+void* __interceptor_malloc(std::size_t size) noexcept;
+void* __interceptor_realloc(void* block, std::size_t size) noexcept;
 #define LKIT_REAL_MALLOC __interceptor_malloc
 #define LKIT_REAL_REALLOC __interceptor_realloc
 #else
-void* __libc_malloc(std::size_t size);
-void* __libc_realloc(void* block, std::size_t size);
+void* __libc_malloc(std::size_t size) noexcept;
+void* __libc_realloc(void* block, std::size_t size) noexcept;
 #define LKIT_REAL_MALLOC __libc_malloc
 #define LKIT_REAL_REALLOC __libc_realloc
 #endif
@@ -54,27 +54,26 @@ bool Refuse() {
 }
 }  // namespace
 
-// The forwarding calls are tail calls even in unoptimised builds, so that the allocator sees
-// the real caller as its caller: LeakSanitizer recognises the dynamic loader's lasting
-// allocations by it.
+// The forwarding calls are tail calls, so that the allocator sees the real caller as its
+// caller: LeakSanitizer recognises the dynamic loader's lasting allocations by it. GCC is
+// told to make them even in the unoptimised sanitizer build; clang makes them when it
+// optimises.
 #if defined(__clang__)
 #define LKIT_TAIL_CALLS
-#define LKIT_TAIL_RETURN [[clang::musttail]] return
 #else
 #define LKIT_TAIL_CALLS __attribute__((optimize("O2")))
-#define LKIT_TAIL_RETURN return
 #endif
 
-extern "C" LKIT_TAIL_CALLS void* malloc(std::size_t size) {
+extern "C" LKIT_TAIL_CALLS void* malloc(std::size_t size) noexcept {
     if (Refuse())
         return nullptr;
-    LKIT_TAIL_RETURN LKIT_REAL_MALLOC(size);
+    return LKIT_REAL_MALLOC(size);
 }
 
-extern "C" LKIT_TAIL_CALLS void* realloc(void* block, std::size_t size) {
+extern "C" LKIT_TAIL_CALLS void* realloc(void* block, std::size_t size) noexcept {
     if (Refuse())
         return nullptr;
-    LKIT_TAIL_RETURN LKIT_REAL_REALLOC(block, size);
+    return LKIT_REAL_REALLOC(block, size);
 }
 
 namespace lkit_test {
