@@ -17,15 +17,15 @@ struct StringBuilder::Chunk {
 };
 
 namespace {
-using Chunk = StringBuilder::Chunk;
-using Packed = StringBuilder::Packed;
-
 // Chunks double from 256 bytes up to 64 KiB: small texts stay small, and no allocation is
 // large enough to be mapped and unmapped for each builder.
 unsigned long const kFirstChunk = 256;
 unsigned long const kLargestChunk = 64 * 1024;
+// A piece length of this byte or more is stored as this byte and eight bytes of length.
+unsigned char const kLongPiece = 255;
+}  // namespace
 
-void FreeChain(Chunk* chunk) {
+void StringBuilder::FreeChain(Chunk* chunk) {
     while (chunk != nullptr) {
         Chunk* next = chunk->mNext;
         std::free(chunk);
@@ -35,7 +35,7 @@ void FreeChain(Chunk* chunk) {
 
 // Appends n bytes of s to packed. The chunks it needs are allocated first, so when memory
 // runs out packed is unchanged and NotEnoughMemoryException "Out of memory" is thrown.
-void Put(Packed& packed, char const* s, unsigned long n) {
+void StringBuilder::Put(Packed& packed, char const* s, unsigned long n) {
     Chunk* last = packed.mLast;
     unsigned long const room = last != nullptr ? last->mCapacity - last->mSize : 0;
     if (n > room) {
@@ -57,8 +57,8 @@ void Put(Packed& packed, char const* s, unsigned long n) {
         (last != nullptr ? last->mNext : packed.mFirst) = first;
     }
     for (Chunk* chunk = last != nullptr ? last : packed.mFirst; n > 0; chunk = chunk->mNext) {
-        unsigned long const part =
-            n < chunk->mCapacity - chunk->mSize ? n : chunk->mCapacity - chunk->mSize;
+        unsigned long const free = chunk->mCapacity - chunk->mSize;
+        unsigned long const part = n < free ? n : free;
         std::memcpy(chunk->Bytes() + chunk->mSize, s, part);
         chunk->mSize += part;
         s += part;
@@ -68,7 +68,7 @@ void Put(Packed& packed, char const* s, unsigned long n) {
 }
 
 // A deep copy of source's chain (empty when source is).
-Packed Copy(Packed const& source) {
+StringBuilder::Packed StringBuilder::Copy(Packed const& source) {
     Packed copy;
     try {
         for (Chunk* chunk = source.mFirst; chunk != nullptr; chunk = chunk->mNext)
@@ -80,8 +80,7 @@ Packed Copy(Packed const& source) {
     return copy;
 }
 
-// Reads packed bytes one after another, from the first chunk on.
-class Reader {
+class StringBuilder::Reader {
 public:
     explicit Reader(Packed const& packed) : mChunk(packed.mFirst), mAt(0) {}
     void Read(char* out, unsigned long n) {
@@ -102,9 +101,6 @@ private:
     Chunk* mChunk;
     unsigned long mAt;
 };
-
-unsigned char const kLongPiece = 255;
-}  // namespace
 
 StringBuilder::StringBuilder() : mTotalLength(0) {}
 
@@ -183,11 +179,11 @@ void StringBuilder::Unpack() {
     try {
         Reader lengths(mLengths);
         Reader bytes(mPacked);
-        unsigned long pieces = 0;
+        unsigned long lengthBytes = 0;
         for (Chunk* c = mLengths.mFirst; c != nullptr; c = c->mNext)
-            pieces += c->mSize;  // an upper bound: long pieces take nine bytes
+            lengthBytes += c->mSize;
         String piece;
-        for (unsigned long read = 0; read < pieces;) {
+        for (unsigned long read = 0; read < lengthBytes;) {
             unsigned char head;
             lengths.Read(reinterpret_cast<char*>(&head), 1);
             unsigned long n = head;

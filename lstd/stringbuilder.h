@@ -37,14 +37,18 @@ public:
     /// terminator is written); returns GetLength(). Never throws.
     unsigned long CopyTo(char* destination) const;
 
-    struct Chunk;  // a block of packed bytes (the source file defines it)
+private:
+    struct Chunk;  // a block of packed bytes
+    class Reader;  // reads packed bytes in order
     /// Bytes packed one after another into a chain of chunks.
     struct Packed {
         Chunk* mFirst = nullptr;
         Chunk* mLast = nullptr;
     };
 
-private:
+    static void FreeChain(Chunk* chunk);
+    static void Put(Packed& packed, char const* s, unsigned long n);
+    static Packed Copy(Packed const& source);
     void AppendBytes(char const* s, unsigned long n);
     /// Turns the packed pieces into list nodes, after the others.
     void Unpack();
