@@ -23,6 +23,11 @@ void Fails() {
     order.push_back(5);
     throw lstd::InvalidOperationException("handler failed", "here", 1);
 }
+// Records whether it and Two are registered while it runs (6 for yes, 7 for no, each).
+void SeesRegistrations() {
+    order.push_back(System::ExistsExitHandler(SeesRegistrations) ? 6 : 7);
+    order.push_back(System::ExistsExitHandler(Two) ? 6 : 7);
+}
 
 // The exit handlers are process-wide: each test starts and ends with none.
 struct ExitHandlers : ::testing::Test {
@@ -54,6 +59,14 @@ TEST_F(ExitHandlers, ThrowingHandlerStopsThePassAndIsGone) {
     EXPECT_TRUE(!System::ExistsExitHandler(Fails) && System::ExistsExitHandler(Two));
     System::HandleExitEvent();
     EXPECT_EQ(order, (Order{1, 5, 2}));
+}
+
+TEST_F(ExitHandlers, StayRegisteredWhileThePassRuns) {
+    for (void (*f)() : {One, SeesRegistrations, Two})
+        System::AddExitHandler(f);
+    System::HandleExitEvent();
+    EXPECT_EQ(order, (Order{1, 6, 6, 2}));
+    EXPECT_FALSE(System::ExistsExitHandler(SeesRegistrations) || System::ExistsExitHandler(Two));
 }
 
 // putenv keeps the text, so a replaced variable would show as a leak: every run of the test
