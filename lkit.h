@@ -54,6 +54,22 @@
 #include <lstd/timer.h>
 #include <lstd/bitset.h>
 
+#include <liop/iodevice.h>
+#include <liop/inputstream.h>
+#include <liop/outputstream.h>
+#include <liop/iserializable.h>
+#include <liop/serializable.h>
+#include <liop/ipersistence.h>
+#include <liop/ioexception.h>
+#include <liop/file.h>
+#include <liop/stringbuffer.h>
+#include <liop/stringreadbuffer.h>
+#include <liop/stringwritebuffer.h>
+#include <liop/directory.h>
+#include <liop/fileiterator.h>
+#include <liop/inifile.h>
+#include <liop/inifilekeyiterator.h>
+
 #include <lxml/xml.h>
 #include <lxml/xmlpropvalue.h>
 #include <lxml/xmlproperty.h>

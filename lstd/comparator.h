@@ -4,10 +4,10 @@
 
 namespace lstd {
 
-/// An ordering of T values. The static Compare is the natural order by T's operator<; a
-/// sorted list given a Comparator calls its virtual Order, which defaults to Compare.
-/// Derive and override Order for another ordering. Results: -1 when a orders before b,
-/// 0 when they are equivalent, 1 when a orders after b.
+/// An ordering of T values. The static Compare is the natural order by T's operator<; a sorted
+/// list given a Comparator orders through Comparator<T>::Compare, so another ordering of T is
+/// a full specialisation of this template with its own static Compare (no other member is
+/// needed). Results: -1 when a orders before b, 0 when they are equivalent, 1 when after.
 template <typename T>
 class Comparator {
 public:
@@ -22,8 +22,6 @@ public:
             return 1;
         return 0;
     }
-    /// The ordering that a sorted list applies.
-    virtual signed char Order(T const& a, T const& b) const { return Compare(0, 0, a, b); }
 };
 }  // namespace lstd
 #endif  // LSTD_COMPARATOR_H

@@ -8,6 +8,7 @@
 #include <memory>
 #include <new>
 #include <type_traits>
+#include <vector>
 
 namespace lstd {
 namespace dlink {
@@ -55,6 +56,35 @@ void ForEach(List const& list, unsigned long first, unsigned long last, Visit vi
         list.CreateIterator(first, static_cast<long long>(first), static_cast<long long>(last)));
     while (++*it)
         visit(it->Get());
+}
+
+/// Calls visit with each element of other in order: a Concrete list (the caller's own kind)
+/// node by node, through at(node), any other list through its iterator.
+template <typename Concrete, typename List, typename At, typename Visit>
+void EachOf(List const& other, At at, Visit visit) {
+    if (auto const* list = dynamic_cast<Concrete const*>(&other)) {
+        for (auto* node = list->GetHead(); node != nullptr; node = node->mNext)
+            visit(at(node));
+        return;
+    }
+    unsigned long const count = other.GetNumberOfEntry();
+    if (count != 0)
+        ForEach(other, 0, count - 1, visit);
+}
+
+/// EachOf, but with copy set the elements are copied first and the copies visited: for
+/// visits that change other.
+template <typename Concrete, typename Element, typename List, typename At, typename Visit>
+void ForEachOf(List const& other, bool copy, At at, Visit visit) {
+    if (!copy) {
+        EachOf<Concrete>(other, at, visit);
+        return;
+    }
+    std::vector<Element> elements;
+    elements.reserve(other.GetNumberOfEntry());
+    EachOf<Concrete>(other, at, [&elements](Element const& e) { elements.push_back(e); });
+    for (Element const& e : elements)
+        visit(e);
 }
 
 /// The node at position p (< count), walking from the nearer end: forward when

@@ -45,6 +45,10 @@ bool EnclosureTokenizer::Next(String const& open, String const& close, String& t
     unsigned long const length = mText.GetLength();
     if (mEndPosition >= length)
         return false;
+    // token may be the very String passed as a marker: what the scan needs of the markers
+    // after token is written is read now.
+    unsigned long const openLength = open.GetLength();
+    unsigned long const closeLength = close.GetLength();
     // Every opening marker is a match of open, so only the matches need the doubling test.
     unsigned long start = mText.Find(open, mEndPosition);
     while (start != static_cast<unsigned long>(-1) && !IsSeparatorChar(start, open))
@@ -67,12 +71,12 @@ bool EnclosureTokenizer::Next(String const& open, String const& close, String& t
         }
         if (depth == 0) {
             // A closing marker may overlap the tail of the opening one; the piece is then empty.
-            unsigned long const begin = mStartPosition + open.GetLength();
+            unsigned long const begin = mStartPosition + openLength;
             if (begin < mEndPosition)
                 token = mText.GetSubString(begin, static_cast<long long>(mEndPosition - begin));
             else
                 token.Clear();
-            mEndPosition += close.GetLength();
+            mEndPosition += closeLength;
             return true;
         }
         // Only a match of one of the markers can change the depth: step to the nearer one,

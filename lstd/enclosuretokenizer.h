@@ -31,7 +31,8 @@ public:
     /// opening marker follows or the enclosure stays open to the end of the text. When open
     /// and close are the same text a second marker counts as an opening one. Throws
     /// InvalidEnclosureToken for an opening marker inside an open enclosure while nesting is
-    /// not allowed, InvalidOperationException for an empty marker.
+    /// not allowed, InvalidOperationException for an empty marker. token may be the same
+    /// String as open or close.
     bool Next(String const& open, String const& close, String& token);
     /// Index of the opening marker of the last enclosure.
     unsigned long const& GetStartPosition() const { return mStartPosition; }

@@ -30,7 +30,10 @@ public:
     char const* GetStackTrace() const { return mStackTrace; }
 
     /// Fills the stack trace: the three innermost frames (the capture machinery) and the
-    /// outermost one are left out; mangled names are demangled and printed in red.
+    /// outermost one are left out; mangled names are demangled and printed in red. Does
+    /// nothing when called while this thread is already building a trace: an exception
+    /// raised by the capture itself (memory running out, say) carries no trace, so the
+    /// capture never recurses.
     void BuildStackTrace();
 
 private:

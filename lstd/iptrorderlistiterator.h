@@ -13,6 +13,11 @@ public:
     IPtrOrderListIterator() {}
     virtual ~IPtrOrderListIterator() {}
     using ListIterator<T>::operator=;
+    // The steps are the same slots as ListIterator's, declared pure again here: a pointer
+    // iterator moves its own node, and a call through this interface then has the pointer
+    // iterators as its only candidates, so the compiler can inline the step it sees.
+    bool operator++() override = 0;
+    bool operator--() override = 0;
     /// The current item.
     virtual T* Get() const = 0;
     /// Stores item at the current place and returns the previous one (not deleted).

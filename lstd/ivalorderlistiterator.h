@@ -13,6 +13,11 @@ public:
     IValOrderListIterator() {}
     virtual ~IValOrderListIterator() {}
     using ListIterator<T>::operator=;
+    // The steps are the same slots as ListIterator's, declared pure again here: a value
+    // iterator moves its own node, and a call through this interface then has the value
+    // iterators as its only candidates, so the compiler can inline the step it sees.
+    bool operator++() override = 0;
+    bool operator--() override = 0;
     /// Copies the current value into value; returns true.
     virtual bool Get(T& value) const = 0;
     /// The stored current value.

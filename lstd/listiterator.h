@@ -42,7 +42,7 @@ public:
     /// flag. Throws NotInitializedIteratorException when no collection is bound.
     virtual bool operator++() {
         if (this->mCollection == nullptr)
-            LSTD_THROW(NotInitializedIteratorException, "Iterator not initialized");
+            NotInitialized();
         ++mCurPosition;
         return mCurPosition <= mEnd;
     }
@@ -50,7 +50,7 @@ public:
     /// NotInitializedIteratorException when no collection is bound.
     virtual bool operator--() {
         if (this->mCollection == nullptr)
-            LSTD_THROW(NotInitializedIteratorException, "Iterator not initialized");
+            NotInitialized();
         if (mCurPosition == mBegin)
             return false;
         --mCurPosition;
@@ -107,9 +107,17 @@ protected:
     }
 
     /// operator++ of the linked-list iterators: delivers a fresh item without moving, then
-    /// moves forward; false once the range end is passed (the node then stays put).
+    /// moves forward; false once the range end is passed (the node then stays put). The
+    /// range is fixed when the iterator is set up: a step inside it returns true even when
+    /// the list has since lost its far end and no node follows (the next step is false).
     template <typename Node>
     bool StepForward(Node*& node) {
+        // The common step first: a delivered item with more of the range after it.
+        if (mFresh == 0 && node != nullptr && mCurPosition < mEnd && this->mCollection != nullptr) {
+            ++mCurPosition;
+            node = node->mNext;
+            return true;
+        }
         if (node == nullptr || mCurPosition > mEnd)
             return false;
         if (mFresh == 1) {
@@ -117,11 +125,9 @@ protected:
             return true;
         }
         if (this->mCollection == nullptr)
-            LSTD_THROW(NotInitializedIteratorException, "Iterator not initialized");
-        if (++mCurPosition > mEnd)
-            return false;
-        node = node->mNext;
-        return node != nullptr;
+            NotInitialized();
+        ++mCurPosition;  // now past the end: the node stays
+        return false;
     }
     /// operator-- of the linked-list iterators: the mirror image, stopping at begin.
     template <typename Node>
@@ -137,7 +143,7 @@ protected:
         if (--mCurPosition < mBegin)
             return false;
         node = node->mPrev;
-        return node != nullptr;
+        return true;
     }
     /// Moves a linked-list iterator off node, which its list is about to remove. forward = 1:
     /// onto the successor at the same position; otherwise onto the predecessor, one position
@@ -168,6 +174,11 @@ protected:
     unsigned char mFresh;
 
 private:
+    // Out of line, so that the steps stay small enough to be inlined where the compiler can
+    // tell the iterator's class.
+    [[noreturn]] __attribute__((noinline, cold)) static void NotInitialized() {
+        LSTD_THROW(NotInitializedIteratorException, "Iterator not initialized");
+    }
     // The generic Reset knows its collection only as the identity root; the concrete
     // iterators pass their list's count to SetRange directly.
     static unsigned long CountOf(Collection<T> const* collection) {

@@ -59,11 +59,11 @@ public:
     /// Remove(item) for each item of other, in order; each non-null result is appended to
     /// removed when given.
     virtual void Remove(IPtrOrderList<T> const& other, IPtrCollection<T>* removed) {
-        for (T* item : ItemsOf(other)) {
+        ForEachOf(other, removed, [this, removed](T* item) {
             T* result = Remove(item);
             if (result != nullptr && removed != nullptr)
                 removed->Append(result);
-        }
+        });
     }
     /// Removes every item equal to *item in list order; removed (when given) is emptied
     /// with Clear(0) first and receives them.
@@ -84,8 +84,7 @@ public:
     /// RemoveAll(item, removed) for each item of other. Deliberate: removed is emptied
     /// before each item, so it ends up holding the removals for the last item only.
     virtual void RemoveAll(IPtrOrderList<T> const& other, IPtrCollection<T>* removed) {
-        for (T* item : ItemsOf(other))
-            RemoveAll(item, removed);
+        ForEachOf(other, removed, [this, removed](T* item) { RemoveAll(item, removed); });
     }
     /// Removes the iterator's current node and returns its item (null without a current
     /// node). forward = 1 moves the iterator to the next node at the same position; any
@@ -177,20 +176,17 @@ protected:
                 return node;
         return nullptr;
     }
-    /// The items of other in order. Taken before anything is removed, so that passing the
-    /// list itself as other is safe.
-    static std::vector<T*> ItemsOf(IPtrOrderList<T> const& other) {
-        std::vector<T*> items;
-        items.reserve(other.GetNumberOfEntry());
-        if (auto const* list = dynamic_cast<PtrDLAbstractList const*>(&other)) {
-            for (PtrDoubleLink<T>* node = list->mHead; node != nullptr; node = node->mNext)
-                items.push_back(node->mItem);
-            return items;
-        }
-        unsigned long const count = other.GetNumberOfEntry();
-        if (count != 0)
-            dlink::ForEach(other, 0, count - 1, [&items](T* item) { items.push_back(item); });
-        return items;
+    /// Calls visit with each item of other, in order. other is walked in place, unless it is
+    /// this very list or the collection that receives the removed items: the visits change
+    /// those, so a copy of the items is taken first.
+    template <typename Visit>
+    void ForEachOf(IPtrOrderList<T> const& other, IPtrCollection<T> const* removed,
+                   Visit visit) const {
+        IPtrOrderList<T> const* const self = this;
+        bool const changed =
+            &other == self || static_cast<IPtrCollection<T> const*>(&other) == removed;
+        dlink::ForEachOf<PtrDLAbstractList, T*>(
+            other, changed, [](PtrDoubleLink<T>* node) { return node->mItem; }, visit);
     }
 
     unsigned long mCount;

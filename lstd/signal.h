@@ -49,6 +49,17 @@ protected:
             LSTD_THROW(NotEnoughMemoryException, e.what());
         }
     }
+    /// Calls activate with each connection, head to tail, of those connected when the
+    /// emission starts: its end is fixed then, as a list iterator fixes it, so connections
+    /// added meanwhile run from the next emission on. Null entries are skipped.
+    template <typename C, typename F>
+    static void Emit(PtrDLinkList<C> const& connections, F activate) {
+        unsigned long remaining = connections.GetNumberOfEntry();
+        for (PtrDoubleLink<C>* node = connections.GetHead(); node != nullptr && remaining > 0;
+             node = node->mNext, --remaining)
+            if (node->mItem != nullptr)
+                activate(*node->mItem);
+    }
     /// Removes and deletes the first connection equal to probe; whether there was one.
     template <typename C>
     static bool Unlink(PtrDLinkList<C>& connections, C const& probe) {
@@ -116,13 +127,10 @@ public:
     PtrDLinkList<NoArgConnection>& GetConnections() { return mConnections; }
     PtrDLinkList<NoArgConnection> const& GetConnections() const { return mConnections; }
     /// Activates every connection, first connected first; an exception from one stops the
-    /// emission and propagates. Connections appended meanwhile are activated too; the one
-    /// being activated must not be removed before it returns.
+    /// emission and propagates. Connections appended meanwhile run from the next emission;
+    /// the one being activated must not be removed before it returns.
     void operator()() const {
-        for (PtrDoubleLink<NoArgConnection>* node = mConnections.GetHead(); node != nullptr;
-             node = node->mNext)
-            if (node->mItem != nullptr)
-                node->mItem->Activate();
+        Emit(mConnections, [](NoArgConnection& connection) { connection.Activate(); });
     }
 
 private:
@@ -193,10 +201,8 @@ public:
     PtrDLinkList<OneArgConnection> const& GetConnections() const { return mConnections; }
     /// Activates every connection with argument, in connection order; as NoArgSignal's.
     void operator()(A argument) const {
-        for (PtrDoubleLink<OneArgConnection>* node = mConnections.GetHead(); node != nullptr;
-             node = node->mNext)
-            if (node->mItem != nullptr)
-                node->mItem->Activate(argument);
+        Signal::Emit(mConnections,
+                     [&argument](OneArgConnection& connection) { connection.Activate(argument); });
     }
 
 private:
@@ -266,10 +272,9 @@ public:
     PtrDLinkList<TwoArgConnection> const& GetConnections() const { return mConnections; }
     /// Activates every connection with both arguments, in connection order; as NoArgSignal's.
     void operator()(A first, B second) const {
-        for (PtrDoubleLink<TwoArgConnection>* node = mConnections.GetHead(); node != nullptr;
-             node = node->mNext)
-            if (node->mItem != nullptr)
-                node->mItem->Activate(first, second);
+        Signal::Emit(mConnections, [&first, &second](TwoArgConnection& connection) {
+            connection.Activate(first, second);
+        });
     }
 
 private:

@@ -12,6 +12,9 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <emmintrin.h>
+#include <malloc.h>
+
 namespace lstd {
 namespace {
 // The terminator shared by every String that owns no block. Never written: each write of
@@ -31,8 +34,21 @@ bool IsWhite(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
 unsigned long const kNotFound = static_cast<unsigned long>(-1);
 
+// The C library's allocator hands out blocks in 16-byte steps and keeps a block that is too
+// large by less than its smallest block (32 bytes) when realloc shrinks it.
+unsigned long const kAllocatorSlack = 32;
+
 [[noreturn]] void OutOfMemory(unsigned long long line) {
     throw NotEnoughMemoryException("String", __FILE__, line);
+}
+
+// a + b for sizes of texts and blocks; a sum that does not fit in 64 bits could never be
+// allocated, so it is an allocation failure.
+unsigned long AddSizes(unsigned long a, unsigned long b) {
+    unsigned long sum;
+    if (__builtin_add_overflow(a, b, &sum))
+        OutOfMemory(__LINE__);
+    return sum;
 }
 }  // namespace
 
@@ -49,14 +65,22 @@ void String::Reallocate(unsigned long n) {
         mBuffer = NoBlock();
         return;
     }
-    char* block =
-        static_cast<char*>(OwnsBlock() ? std::realloc(mBuffer, n + 1) : std::malloc(n + 1));
+    unsigned long const size = AddSizes(n, 1);
+    if (OwnsBlock()) {
+        // Sizes round up to the allocator's granules: when the block already is the one
+        // realloc would return (large enough, by less than a granule's slack), the call is
+        // skipped. Tools that track exact sizes report exact ones, and still see the call.
+        unsigned long const usable = malloc_usable_size(mBuffer);
+        if (usable >= size && usable - size < kAllocatorSlack)
+            return;
+    }
+    char* block = static_cast<char*>(OwnsBlock() ? std::realloc(mBuffer, size) : std::malloc(size));
     if (block == nullptr)
         OutOfMemory(__LINE__);
     mBuffer = block;
 }
 
-void String::Assign(char const* s, unsigned long n) {
+void String::Assign(char const* s, unsigned long const& n) {
     if (n != mLength) {
         if (PointsInto(s, mBuffer, mLength)) {  // s lies in this very string
             *this = String(s, n);
@@ -76,7 +100,7 @@ void String::Append(char const* s, unsigned long n) {
         return;
     bool const inside = PointsInto(s, mBuffer, mLength);
     unsigned long const offset = inside ? static_cast<unsigned long>(s - mBuffer) : 0;
-    Reallocate(mLength + n);
+    Reallocate(AddSizes(mLength, n));
     if (inside)
         s = mBuffer + offset;  // the block may have moved
     std::memcpy(mBuffer + mLength, s, n);
@@ -115,7 +139,7 @@ String::String(String&& other) noexcept : mBuffer(other.mBuffer), mLength(other.
 
 String::String(char const* a, unsigned long na, char const* b, unsigned long nb)
     : mBuffer(NoBlock()), mLength(0) {
-    Reallocate(na + nb);
+    Reallocate(AddSizes(na, nb));
     mLength = na + nb;
     if (mLength != 0) {
         std::memcpy(mBuffer, a, na);
@@ -252,6 +276,24 @@ unsigned long FindBytes(char const* hay, unsigned long hayLength, char const* ne
         return kNotFound;
     if (needleLength == 0)
         return start;
+    char const* const end = hay + hayLength;
+    if (needleLength <= 16) {
+        // Short needles: jump to each copy of the first byte and compare the rest. memmem's
+        // setup per call costs more than the scan when matches are close together, as
+        // they are for callers that replace or cut at every match; the cost of a bad case
+        // is bounded by the needle length.
+        char const first = needle[0];
+        char const* const last = end - needleLength;  // the last place a match may start
+        for (char const* at = hay + start; at <= last; ++at) {
+            at = static_cast<char const*>(
+                std::memchr(at, first, static_cast<unsigned long>(last - at) + 1));
+            if (at == nullptr)
+                return kNotFound;
+            if (std::memcmp(at + 1, needle + 1, needleLength - 1) == 0)
+                return static_cast<unsigned long>(at - hay);
+        }
+        return kNotFound;
+    }
     void const* hit = memmem(hay + start, hayLength - start, needle, needleLength);
     return hit != nullptr ? static_cast<unsigned long>(static_cast<char const*>(hit) - hay)
                           : kNotFound;
@@ -266,27 +308,88 @@ unsigned long String::Find(char const* s, unsigned long const& start) const {
     return FindBytes(mBuffer, mLength, s, s != nullptr ? std::strlen(s) : 0, start);
 }
 
+namespace {
+// The bytes that start needles, for skipping positions where no needle can start: up to
+// four bytes are compared 16 positions at a time, more go to a set of 256 bits.
+class StartBytes {
+public:
+    void Add(unsigned char b) {
+        if (mCount < 4)
+            mBytes[mCount] = b;
+        if (++mCount == 5)
+            for (unsigned char const first : mBytes)
+                Set(first);
+        if (mCount > 4)
+            Set(b);
+    }
+    /// The first position in [p, last] whose byte is in the set, or last + 1.
+    unsigned long Next(unsigned char const* text, unsigned long p, unsigned long last) const {
+        if (mCount > 4) {
+            for (; p <= last; ++p)
+                if (((mWords[text[p] >> 6] >> (text[p] & 63)) & 1) != 0)
+                    return p;
+            return last + 1;
+        }
+        // Unused lanes repeat the first byte.
+        __m128i const b0 = _mm_set1_epi8(static_cast<char>(mBytes[0]));
+        __m128i const b1 = _mm_set1_epi8(static_cast<char>(mBytes[mCount > 1 ? 1 : 0]));
+        __m128i const b2 = _mm_set1_epi8(static_cast<char>(mBytes[mCount > 2 ? 2 : 0]));
+        __m128i const b3 = _mm_set1_epi8(static_cast<char>(mBytes[mCount > 3 ? 3 : 0]));
+        for (; p <= last && last - p >= 15; p += 16) {
+            __m128i const v = _mm_loadu_si128(reinterpret_cast<__m128i const*>(text + p));
+            __m128i const hit =
+                _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(v, b0), _mm_cmpeq_epi8(v, b1)),
+                             _mm_or_si128(_mm_cmpeq_epi8(v, b2), _mm_cmpeq_epi8(v, b3)));
+            unsigned const mask = static_cast<unsigned>(_mm_movemask_epi8(hit));
+            if (mask != 0)
+                return p + static_cast<unsigned long>(__builtin_ctz(mask));
+        }
+        for (; p <= last; ++p) {
+            unsigned char const c = text[p];
+            if (c == mBytes[0] || (mCount > 1 && c == mBytes[1]) ||
+                (mCount > 2 && c == mBytes[2]) || (mCount > 3 && c == mBytes[3]))
+                return p;
+        }
+        return last + 1;
+    }
+
+private:
+    void Set(unsigned char b) { mWords[b >> 6] |= std::uint64_t{1} << (b & 63); }
+
+    unsigned char mBytes[4] = {0, 0, 0, 0};  // the first four bytes added
+    unsigned mCount = 0;                     // bytes added
+    std::uint64_t mWords[4] = {0, 0, 0, 0};  // all of them, once there are more than four
+};
+}  // namespace
+
 unsigned long String::Find(String const* needles, long const& count, long* which,
                            unsigned long const& start) const {
     if (start >= mLength || count <= 0)
         return kNotFound;
     // Positions whose byte starts no needle are skipped without trying the needles; an
     // empty needle fits everywhere, so then only start needs trying.
-    bool starts[256] = {};
+    StartBytes starts;
     bool anyEmpty = false;
     for (long k = 0; k < count; ++k) {
         if (needles[k].mLength == 0)
             anyEmpty = true;
         else
-            starts[static_cast<unsigned char>(needles[k].mBuffer[0])] = true;
+            starts.Add(static_cast<unsigned char>(needles[k].mBuffer[0]));
     }
     unsigned long const last = anyEmpty ? start : mLength - 1;
+    unsigned char const* const text = reinterpret_cast<unsigned char const*>(mBuffer);
     for (unsigned long p = start; p <= last; ++p) {
-        if (!anyEmpty && !starts[static_cast<unsigned char>(mBuffer[p])])
-            continue;
+        if (!anyEmpty) {
+            p = starts.Next(text, p, last);
+            if (p > last)
+                return kNotFound;
+        }
         for (long k = 0; k < count; ++k) {
             String const& n = needles[k];
-            if (p + n.mLength <= mLength && std::memcmp(mBuffer + p, n.mBuffer, n.mLength) == 0) {
+            if (p + n.mLength <= mLength &&
+                (n.mLength == 0 || (n.mBuffer[0] == mBuffer[p] &&
+                                    (n.mLength == 1 || std::memcmp(mBuffer + p + 1, n.mBuffer + 1,
+                                                                   n.mLength - 1) == 0)))) {
                 if (which != nullptr)
                     *which = k;
                 return p;
@@ -328,24 +431,110 @@ void String::Replace(String const& find, String const& with, unsigned long const
     if (start >= mLength || start + find.mLength > mLength)
         return;
     unsigned long const p = FindBytes(mBuffer, mLength, find.mBuffer, find.mLength, start);
-    if (p == kNotFound)
-        return;
-    ValDLinkList<unsigned long> positions;
-    positions.Append(p);
-    ReplaceAtPositions(find, with, positions);
+    if (p != kNotFound)
+        ReplaceSeparate(find, with, p, 1);
 }
 
 void String::ReplaceAll(String const& find, String const& with, unsigned long const& start) {
     if (start >= mLength || start + find.mLength > mLength)
         return;
-    ValDLinkList<unsigned long> positions;
     // Deliberate: the scan resumes one byte after a match, so overlapping matches count.
-    for (unsigned long p = FindBytes(mBuffer, mLength, find.mBuffer, find.mLength, start);
-         p != kNotFound && p < mLength;
-         p = FindBytes(mBuffer, mLength, find.mBuffer, find.mLength, p + 1))
+    auto const next = [&](unsigned long from) {
+        return FindBytes(mBuffer, mLength, find.mBuffer, find.mLength, from);
+    };
+    unsigned long const first = next(start);
+    unsigned long count = 0;
+    bool overlapping = false;
+    for (unsigned long p = first, last = 0; p != kNotFound && p < mLength;
+         last = p, p = next(p + 1)) {
+        if (count != 0 && p < last + find.mLength)
+            overlapping = true;
+        ++count;
+    }
+    if (count == 0)
+        return;
+    if (!overlapping) {
+        ReplaceSeparate(find, with, first, count);
+        return;
+    }
+    // Overlapping matches are replaced one after another with the running shift.
+    ValDLinkList<unsigned long> positions;
+    for (unsigned long p = first; p != kNotFound && p < mLength; p = next(p + 1))
         positions.Append(p);
-    if (positions.GetNumberOfEntry() != 0)
-        ReplaceAtPositions(find, with, positions);
+    ReplaceAtPositions(find, with, positions);
+}
+
+// The common case of ReplaceAll and the whole of Replace: count matches that do not overlap,
+// the first at first and each later one the next match at or after the end of the one
+// before. The result is the one the running shift of ReplaceAtPositions gives, reached in
+// one pass: shrinking in place, growing into one new block. The String is unchanged when
+// memory runs out, which is reported as ReplaceAtPositions reports it.
+void String::ReplaceSeparate(String const& find, String const& with, unsigned long first,
+                             unsigned long count) {
+    if (&find == this || &with == this) {  // the text changes under them
+        String const findCopy(find);
+        String const withCopy(with);
+        ReplaceSeparate(findCopy, withCopy, first, count);
+        return;
+    }
+    unsigned long const findLength = find.mLength;
+    unsigned long const withLength = with.mLength;
+    // An empty find matches before every byte; the next match is one byte further on.
+    unsigned long const step = findLength != 0 ? findLength : 1;
+    auto const next = [&](unsigned long p) {
+        return FindBytes(mBuffer, mLength, find.mBuffer, findLength, p + step);
+    };
+    if (withLength == findLength) {
+        for (unsigned long p = first, k = 0; k < count; ++k, p = next(p))
+            std::memcpy(mBuffer + p, with.mBuffer, withLength);
+        return;
+    }
+    // The matches lie in the text without overlapping: removed <= mLength.
+    unsigned long const removed = findLength * count;
+    unsigned long added;
+    unsigned long length;
+    if (__builtin_mul_overflow(withLength, count, &added) ||
+        __builtin_add_overflow(mLength - removed, added, &length) || length == kNotFound)
+        LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");  // no block could hold it
+    if (withLength < findLength) {
+        // Shrinking: the text written never reaches the text still to be scanned.
+        char* out = mBuffer + first;
+        unsigned long p = first;
+        for (unsigned long k = 0; k < count; ++k) {
+            std::memcpy(out, with.mBuffer, withLength);
+            out += withLength;
+            unsigned long const from = p + findLength;
+            unsigned long const to = k + 1 < count ? next(p) : mLength;
+            std::memmove(out, mBuffer + from, to - from);
+            out += to - from;
+            p = to;
+        }
+        try {
+            Reallocate(length);
+        } catch (Exception const&) {
+            // Cannot happen in practice: the block shrinks. The moved text is complete
+            // up to length, so the larger block simply stays.
+        }
+        mLength = length;
+        if (OwnsBlock())
+            mBuffer[length] = '\0';
+        return;
+    }
+    char* block = static_cast<char*>(std::malloc(length + 1));
+    if (block == nullptr)
+        LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
+    char* out = block;
+    unsigned long from = 0;
+    for (unsigned long p = first, k = 0; k < count; ++k, p = next(p)) {
+        std::memcpy(out, mBuffer + from, p - from);
+        out += p - from;
+        std::memcpy(out, with.mBuffer, withLength);
+        out += withLength;
+        from = p + findLength;
+    }
+    std::memcpy(out, mBuffer + from, mLength - from);
+    block[length] = '\0';
+    Adopt(block, length);
 }
 
 void String::ReplaceAtPositions(String const& find, String const& with,
@@ -360,35 +549,59 @@ void String::ReplaceAtPositions(String const& find, String const& with,
     long long const withLength = static_cast<long long>(with.mLength);
     long long const d = findLength - withLength;
     long long const c = static_cast<long long>(positions.GetNumberOfEntry());
+    // Positions and shifts whose sums do not fit in 64 bits lie outside any text.
+    auto const add = [](long long a, long long b) {
+        long long sum;
+        if (__builtin_add_overflow(a, b, &sum))
+            LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
+        return sum;
+    };
+    auto const sub = [](long long a, long long b) {
+        long long difference;
+        if (__builtin_sub_overflow(a, b, &difference))
+            LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
+        return difference;
+    };
     try {
         long long const before = static_cast<long long>(mLength);
+        long long change;  // d * c, the length given up (negative: gained)
+        bool const huge = __builtin_mul_overflow(d, c, &change);
         if (d < 0) {
-            long long const grown = before - d * c;
+            if (huge)
+                OutOfMemory(__LINE__);  // a length no block could hold
+            long long const grown = sub(before, change);
             Resize(static_cast<unsigned long>(grown > 0 ? grown : 0));
         }
         long long const size = static_cast<long long>(mLength);
+        // Only bytes that are really read or written must lie in the block: once earlier
+        // matches have shrunk the text, an overlapping one may start below 0 with nothing
+        // left behind it to move, and then touches nothing.
+        auto const inside = [size](long long from, long long n) {
+            return n <= 0 || (from >= 0 && from <= size - n);
+        };
         long long shift = 0;
         long long logical = before;
         for (ValDoubleLink<unsigned long>* node = positions.GetHead(); node != nullptr;
              node = node->mNext) {
-            long long const p = static_cast<long long>(node->mValue) + shift;
-            if (p < 0 || p + findLength > size || p + withLength > size)
-                LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
+            long long const p = add(static_cast<long long>(node->mValue), shift);
             if (d != 0) {
-                long long const tail = logical - p - findLength;
+                long long const tail = sub(logical, add(p, findLength));
                 if (tail > 0) {
-                    if (p + withLength + tail > size)
+                    if (!inside(p + findLength, tail) || !inside(p + withLength, tail))
                         LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
                     Memory::CopyOverlappedMemory(mBuffer + p + findLength, mBuffer + p + withLength,
                                                  static_cast<unsigned long>(tail));
                 }
-                logical -= d;
-                shift -= d;
+                logical = sub(logical, d);
+                shift = sub(shift, d);
             }
-            std::memcpy(mBuffer + p, with.mBuffer, with.mLength);
+            if (!inside(p, withLength))
+                LSTD_THROW(UnknownException, "String::ReplaceAtPositions()");
+            if (withLength > 0)
+                std::memcpy(mBuffer + p, with.mBuffer, with.mLength);
         }
         if (d > 0) {
-            long long const shrunk = static_cast<long long>(mLength) - d * c;
+            long long const shrunk = huge ? 0 : static_cast<long long>(mLength) - change;
             Resize(static_cast<unsigned long>(shrunk > 0 ? shrunk : 0));
         }
     } catch (Exception const&) {
@@ -511,7 +724,9 @@ unsigned long String::Hash(String const* s) { return s == nullptr ? 0 : Hash(*s)
 
 void String::Sprintf(char*& buffer, unsigned long& length, char const* format,
                      va_list const& args) {
-    unsigned long size = std::strlen(format) * 10;
+    unsigned long size;
+    if (__builtin_mul_overflow(std::strlen(format), 10ul, &size))
+        OutOfMemory(__LINE__);
     if (size == 0)
         return;  // Deliberate: an empty format leaves the target as it was.
     char* block = static_cast<char*>(std::malloc(size));
@@ -552,7 +767,28 @@ void String::Sprintf(char*& buffer, unsigned long& length, char const* format,
     length = n;
 }
 
+// Most texts fit a small buffer on the stack; copied from there, the target keeps its block
+// when the length is unchanged and is resized in place otherwise. Longer texts and
+// conversions the C library rejects take the worker's way, with a fresh pass of the
+// arguments: the result is the worker's in every case.
+bool String::FormatShort(char const* format, va_list args) {
+    if (format[0] == '\0')
+        return true;  // Deliberate: an empty format leaves the target as it was.
+    char local[256];
+    int const result = std::vsnprintf(local, sizeof local, format, args);
+    if (result < 0 || static_cast<unsigned long>(result) >= sizeof local)
+        return false;
+    Assign(local, static_cast<unsigned long>(result));
+    return true;
+}
+
 void String::FormatFrom(char const* format, va_list const& args) {
+    va_list copy;
+    va_copy(copy, const_cast<va_list&>(args));
+    bool const done = FormatShort(format, copy);
+    va_end(copy);
+    if (done)
+        return;
     char* block = nullptr;
     unsigned long length = 0;
     Sprintf(block, length, format, args);
@@ -572,42 +808,42 @@ void String::Sprintf(String& target, char const* format, va_list const& args) {
 #pragma clang diagnostic ignored "-Wvarargs"
 #endif
 
-void String::Sprintf(char const* format, ...) {
-    va_list args;
-    va_start(args, format);
-    FormatFrom(format, args);
-    va_end(args);
-}
+// The variadic forms: one pass of the arguments for the stack buffer, a fresh one for the
+// worker when the text did not fit (a va_list copy would cost more than starting again).
+#define LSTD_FORMAT_ARGUMENTS(target, format, last)                                                \
+    do {                                                                                           \
+        va_list args;                                                                              \
+        va_start(args, last);                                                                      \
+        bool const done = (target).FormatShort((format), args);                                    \
+        va_end(args);                                                                              \
+        if (!done) {                                                                               \
+            va_start(args, last);                                                                  \
+            (target).FormatFrom((format), args);                                                   \
+            va_end(args);                                                                          \
+        }                                                                                          \
+    } while (0)
+
+void String::Sprintf(char const* format, ...) { LSTD_FORMAT_ARGUMENTS(*this, format, format); }
 
 void String::Sprintf(String const& format, ...) {
-    va_list args;
-    va_start(args, format);
-    FormatFrom(format.mBuffer, args);  // format may be this string: it is read before Adopt
-    va_end(args);
+    // format may be this string: it is read before the text is replaced
+    LSTD_FORMAT_ARGUMENTS(*this, format.mBuffer, format);
 }
 
 void String::Sprintf(String& target, char const* format, ...) {
-    va_list args;
-    va_start(args, format);
-    target.FormatFrom(format, args);
-    va_end(args);
+    LSTD_FORMAT_ARGUMENTS(target, format, format);
 }
 
 void String::Sprintf(String& target, String const& format, ...) {
-    va_list args;
-    va_start(args, format);
-    target.FormatFrom(format.mBuffer, args);
-    va_end(args);
+    LSTD_FORMAT_ARGUMENTS(target, format.mBuffer, format);
 }
 
 String String::SSprintf(String const& format, ...) {
     String result;
-    va_list args;
-    va_start(args, format);
-    result.FormatFrom(format.mBuffer, args);
-    va_end(args);
+    LSTD_FORMAT_ARGUMENTS(result, format.mBuffer, format);
     return result;
 }
+#undef LSTD_FORMAT_ARGUMENTS
 
 #if defined(__clang__)
 #pragma clang diagnostic pop

@@ -41,6 +41,9 @@ public:
     String& operator+=(String const& s);
     String& operator+=(char const* s);
 
+    /// Replaces the text with exactly n bytes of s (NULs included; s may point into this
+    /// String). Keeps the block when the length is unchanged.
+    void Assign(char const* s, unsigned long const& n);
     /// Sets the length to n: growing pads with spaces (deliberately not NULs), shrinking cuts.
     void Resize(unsigned long const& n);
     /// Releases the text; the String is then a valid empty string.
@@ -90,8 +93,10 @@ public:
     /// and 2), as callers rely on.
     void ReplaceAll(String const& find, String const& with, unsigned long const& start = 0);
     /// Replaces find's length of bytes at each position (ascending, positions of the string
-    /// before the call) by with. Throws UnknownException "String::ReplaceAtPositions()" when
-    /// a move fails or a position lies outside the string.
+    /// before the call) by with, moving the rest of the text with a running shift. Throws
+    /// UnknownException "String::ReplaceAtPositions()" when bytes to move or write would lie
+    /// outside the text; a position whose running place fell below 0 with nothing left to
+    /// move behind it touches nothing ("aaa" with "aa" replaced by "" at 0 and 1 gives "").
     void ReplaceAtPositions(String const& find, String const& with,
                             ValDLinkList<unsigned long> const& positions);
 
@@ -149,9 +154,11 @@ private:
     String(char const* a, unsigned long na, char const* b, unsigned long nb);
     bool OwnsBlock() const;
     void Reallocate(unsigned long n);
-    void Assign(char const* s, unsigned long n);
     void Append(char const* s, unsigned long n);
     void Adopt(char* block, unsigned long length);
+    void ReplaceSeparate(String const& find, String const& with, unsigned long first,
+                         unsigned long count);
+    bool FormatShort(char const* format, va_list args);
     void FormatFrom(char const* format, va_list const& args);
 
     char* mBuffer;

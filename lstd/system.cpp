@@ -68,17 +68,23 @@ bool System::ExistsExitHandler(void (*handler)()) {
 
 void System::HandleExitEvent() {
     PtrDLinkList<sign::NoArgSignal::NoArgConnection>& handlers = OnExit.GetConnections();
-    while (handlers.GetNumberOfEntry() > 0) {
-        sign::NoArgSignal::NoArgConnection* handler = handlers.RemoveFirst();
-        if (handler == nullptr)
-            continue;
-        try {
-            handler->Activate();
-        } catch (...) {
-            delete handler;
-            throw;
+    // Walk first, clear after: a running handler is still registered. The walk follows the
+    // links up to the current tail, so handlers added meanwhile run in this pass as well.
+    unsigned long ran = 0;
+    try {
+        for (PtrDoubleLink<sign::NoArgSignal::NoArgConnection>* node = handlers.GetHead();
+             node != nullptr; node = node->mNext) {
+            ++ran;
+            if (node->mItem != nullptr)
+                node->mItem->Activate();
         }
-        delete handler;
+    } catch (...) {
+        // Each registration runs at most once: the handlers that ran, the throwing one
+        // included, go; the ones after it stay registered for a later pass.
+        for (; ran > 0; --ran)
+            delete handlers.RemoveFirst();
+        throw;
     }
+    handlers.Clear(1);
 }
 }  // namespace lstd

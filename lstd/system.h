@@ -40,9 +40,12 @@ public:
     /// Whether OnExit holds a connection calling handler; false before the first
     /// AddExitHandler, even for connections made on OnExit directly.
     static bool ExistsExitHandler(void (*handler)());
-    /// Runs the exit handlers in registration order, each at most once: a handler is
-    /// removed before it runs, so one that throws leaves only those after it registered.
-    /// Handlers added meanwhile run in the same pass. Nothing runs at the C library's exit.
+    /// Runs the exit handlers in registration order, then removes them all, so each runs at
+    /// most once. A running handler is still registered (ExistsExitHandler of it is true);
+    /// handlers added meanwhile run in the same pass; none may be removed while it runs.
+    /// When a handler throws, the pass stops and the exception propagates: the handlers
+    /// that ran, the throwing one included, are removed, the later ones stay registered.
+    /// Nothing runs at the C library's exit.
     static void HandleExitEvent();
 
     /// The exit handlers, in registration order.

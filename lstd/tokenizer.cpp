@@ -37,40 +37,52 @@ bool Tokenizer::Cut(String const* delimiters, long const& count, unsigned char c
     // cut at "::" gives "a" and then false; callers rely on the two end tests differing.
     if (single == 1 ? mPosition + delimiters[0].GetLength() > length : mPosition >= length)
         return false;
-    if (left != nullptr)
-        left->Clear();
-    if (right != nullptr)
-        right->Clear();
+    // The remembered delimiters are written once, at the end, and before token: the caller
+    // may pass one String as a delimiter and as the token.
+    String const* skipped = nullptr;
+    String const* ending = nullptr;
+    unsigned long begin = mPosition;
+    unsigned long end = length;
     for (;;) {
         long which = 0;
         unsigned long const found = single == 1 ? mText.Find(delimiters[0], mPosition)
                                                 : mText.Find(delimiters, count, &which, mPosition);
         if (found == static_cast<unsigned long>(-1)) {
-            token = mText.GetSubString(mPosition, -1);
+            begin = mPosition;
             mPosition = length;
-            return true;
+            break;
         }
-        // Read the delimiter before token is written: the caller may pass one String as both.
         String const& delimiter = delimiters[which];
-        unsigned long const size = delimiter.GetLength();
         if (found > mPosition) {
-            if (right != nullptr)
-                *right = delimiter;
-            token = mText.GetSubString(mPosition, static_cast<long long>(found - mPosition));
-            mPosition = found + size;
-            return true;
+            ending = &delimiter;
+            begin = mPosition;
+            end = found;
+            mPosition = found + delimiter.GetLength();
+            break;
         }
-        if (left != nullptr)
-            *left = delimiter;
-        mPosition += size;
+        skipped = &delimiter;
+        mPosition += delimiter.GetLength();
         if (mPosition >= length) {
             // Deliberate: a call that finds only delimiters left returns one empty piece
             // and the next call returns false; callers count on that last empty piece.
-            token.Clear();
             mPosition = length;
-            return true;
+            begin = end = length;
+            break;
         }
     }
+    Remember(left, skipped);
+    Remember(right, ending);
+    token.Assign(mText.GetStdChar() + begin, end - begin);
+    return true;
+}
+
+void Tokenizer::Remember(String* target, String const* delimiter) {
+    if (target == nullptr)
+        return;
+    if (delimiter == nullptr)
+        target->Clear();
+    else
+        target->Assign(delimiter->GetStdChar(), delimiter->GetLength());
 }
 
 TTokenizer::TTokenizer() : Tokenizer(), mLeftSeperator(), mRightSeperator() {}

@@ -42,6 +42,9 @@ protected:
              String& token, String* left, String* right);
 
 private:
+    /// Copies delimiter into target, or empties it for null; nothing for a null target.
+    static void Remember(String* target, String const* delimiter);
+
     String mText;
     unsigned long mPosition;
 };

@@ -68,7 +68,7 @@ public:
     virtual bool Remove(T const& v, T* out) { return Remove(v, nullptr, out); }
     /// Remove(value, ...) for each value of other; removed values are appended to removed.
     virtual void Remove(IValOrderList<T> const& other, IValCollection<T>* removed) {
-        for (T const& value : ValuesOf(other)) {
+        ForEachOf(other, removed, [this, removed](T const& value) {
             if (removed == nullptr) {
                 Remove(value, nullptr);
             } else {
@@ -76,16 +76,16 @@ public:
                 if (Remove(value, &out))
                     removed->Append(out);
             }
-        }
+        });
     }
     virtual void Remove(IValOrderList<T> const& other, EqualFunc equal,
                         IValCollection<T>* removed) {
-        for (T const& value : ValuesOf(other)) {
+        ForEachOf(other, removed, [this, equal, removed](T const& value) {
             ValDoubleLink<T>* node = FindNode(value, equal);
             if (node != nullptr && removed != nullptr)
                 removed->Append(node->mValue);
             RemoveNode(node, nullptr);
-        }
+        });
     }
     /// Removes every value equal to v in list order; removed (when given) is emptied first
     /// and receives them.
@@ -109,13 +109,13 @@ public:
     /// RemoveAll(value, removed) for each value of other. Deliberate: removed is emptied
     /// before each value, so it ends up holding the removals for the last value only.
     virtual void RemoveAll(IValOrderList<T> const& other, IValCollection<T>* removed) {
-        for (T const& value : ValuesOf(other))
-            RemoveAll(value, nullptr, removed);
+        ForEachOf(other, removed,
+                  [this, removed](T const& value) { RemoveAll(value, nullptr, removed); });
     }
     virtual void RemoveAll(IValOrderList<T> const& other, EqualFunc equal,
                            IValCollection<T>* removed) {
-        for (T const& value : ValuesOf(other))
-            RemoveAll(value, equal, removed);
+        ForEachOf(other, removed,
+                  [this, equal, removed](T const& value) { RemoveAll(value, equal, removed); });
     }
     /// Removes the iterator's current node, copying its value to *out; false without a
     /// current node. The iterator moves as for the pointer lists. Throws
@@ -260,21 +260,17 @@ protected:
         mTail = tail;
         mCount = other.mCount;
     }
-    /// Copies of other's values in order, taken before anything is removed, so that other
-    /// may be this very list.
-    static std::vector<T> ValuesOf(IValOrderList<T> const& other) {
-        std::vector<T> values;
-        values.reserve(other.GetNumberOfEntry());
-        if (auto const* list = dynamic_cast<ValDLAbstractList const*>(&other)) {
-            for (ValDoubleLink<T>* node = list->mHead; node != nullptr; node = node->mNext)
-                values.push_back(node->mValue);
-            return values;
-        }
-        unsigned long const count = other.GetNumberOfEntry();
-        if (count != 0)
-            dlink::ForEach(other, 0, count - 1,
-                           [&values](T const& value) { values.push_back(value); });
-        return values;
+    /// Calls visit with each value of other, in order. other is walked in place, unless it
+    /// is this very list or the collection that receives the removed values: the visits
+    /// change those, so a copy of the values is taken first.
+    template <typename Visit>
+    void ForEachOf(IValOrderList<T> const& other, IValCollection<T> const* removed,
+                   Visit visit) const {
+        IValOrderList<T> const* const self = this;
+        bool const changed =
+            &other == self || static_cast<IValCollection<T> const*>(&other) == removed;
+        dlink::ForEachOf<ValDLAbstractList, T>(
+            other, changed, [](ValDoubleLink<T>* node) -> T const& { return node->mValue; }, visit);
     }
 
     unsigned long mCount;
@@ -335,11 +331,9 @@ public:
     T& Get() const override { return Node()->mValue; }
     /// Replaces the current value; throws NotInitializedIteratorException without one.
     void Set(T const& value) const override { Node()->mValue = value; }
-    /// Unbinds the iterator, marks it exhausted and drops the node.
-    void Clear() override {
-        ListIterator<T>::Clear();
-        mCurNode = nullptr;
-    }
+    // Clear is deliberately the base one: it unbinds and exhausts the iterator but keeps the
+    // node, so Get still returns its value (the pointer iterator's Clear drops the node).
+
     /// target: position + 1 on this node's successor (or null), same range, fresh.
     virtual void GetNextIterator(ValDLAbstractListIterator& target) const {
         ListIterator<T>::GetNextIterator(target);

@@ -75,12 +75,15 @@ public:
         node->mValue = value;
     }
     /// Exchanges the values at i and j; nothing when i == j (even when out of range).
-    /// Throws InvalidIndexException "Invalid position (%d)" for a bad position.
+    /// Throws InvalidIndexException "Invalid position (%d)" for a bad position, i checked
+    /// before j.
     virtual void Swap(unsigned long const& i, unsigned long const& j) {
         if (i == j)
             return;
+        T& first = (*this)[i];
+        T& second = (*this)[j];
         using std::swap;
-        swap((*this)[i], (*this)[j]);
+        swap(first, second);
     }
 };
 }  // namespace lstd

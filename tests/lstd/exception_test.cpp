@@ -4,6 +4,7 @@
 #include <lstd/stringbuilder.h>
 
 #include <expect_throw.h>
+#include <failing_alloc.h>
 
 #include <cstring>
 #include <string>
@@ -119,6 +120,24 @@ TEST(Exception, FramesAreFormattedByShape) {
     EXPECT_EQ("  prog [ name)     ] [0x1]\n", Format("prog(name) [0x1]"));
     // A line without "(" is printed whole.
     EXPECT_EQ("  prog [0x5]\n", Format("prog [0x5]"));
+}
+
+// Building a trace needs memory; when that runs out, the NotEnoughMemoryException raised
+// inside the capture would capture a trace again, and so on until the stack overflowed.
+// The inner exception carries no trace, and the outer one then has none either.
+TEST(Exception, TraceCaptureIsNotReenteredWhenMemoryRunsOut) {
+    if (!FailingAllocations::Available())
+        GTEST_SKIP() << "malloc is replaced by the tool running the tests";
+    lstd::InvalidIndexException const warm("warm", "here", 1);  // loads the unwinder
+    ASSERT_NE(nullptr, warm.GetStackTrace());
+    FailingAllocations failing(2);  // the copies of message and file, then nothing
+    lstd::InvalidIndexException const e("message", "file.cpp", 7);
+    failing.Stop();
+    EXPECT_STREQ("message", e.what());
+    EXPECT_STREQ("file.cpp", e.GetFile());
+    EXPECT_EQ(nullptr, e.GetStackTrace());
+    lstd::InvalidIndexException const after("after", "file.cpp", 8);
+    EXPECT_NE(nullptr, after.GetStackTrace());  // the next capture works again
 }
 
 // An operation that declares what it raises lets those types (and their subclasses) pass and

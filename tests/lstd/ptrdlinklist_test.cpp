@@ -98,6 +98,20 @@ TEST_F(PtrDLinkList, RemoveAllAndRemoveList) {
     EXPECT_EQ(Items(list), (P{&b}));
 }
 
+// The other list is walked in place, except where the removal changes it: when it is the
+// list itself or the collection receiving the removed items.
+TEST_F(PtrDLinkList, RemoveListOfItselfOrIntoItself) {
+    list.Remove(list, &out);
+    EXPECT_TRUE(Items(list).empty());
+    EXPECT_EQ(Items(out), (P{&a, &b, &c}));
+    Fill(list, &a, &b, &a);
+    List which;
+    Fill(which, &a, &b);
+    list.RemoveAll(which, &which);  // emptied before each item: ends with the last removals
+    EXPECT_EQ(Items(which), (P{&b}));
+    EXPECT_TRUE(Items(list).empty());
+}
+
 TEST_F(PtrDLinkList, AppendZeroZeroTakesAll) {
     out.Append(list, 0, 0);  // Deliberate: (0, 0) appends the whole list.
     out.Append(list, 1, 1);
@@ -135,6 +149,23 @@ TEST_F(PtrDLinkList, IteratorSteps) {
     EXPECT_TRUE(++it && it.Set(&d) == &b && !++it && list.Get(1) == &d);
     it.Reset(2, 0, 1);  // position outside the range: exhausted
     EXPECT_TRUE(Walk(it).empty() && it.GetCurPosition() == 2);
+}
+
+// The range is fixed when the iterator is set up: after the list lost its far end, a step
+// still inside the range succeeds, onto no node; only the step after that fails.
+TEST_F(PtrDLinkList, StepInsideTheRangeSucceedsAfterTheListShrank) {
+    char const* msg = "Iterator not set validity.";
+    it.Init(list, 1, 0, -1);
+    EXPECT_EQ(list.RemoveLast(), &c);
+    EXPECT_TRUE(++it && it.Get() == &b && ++it && it.GetCurPosition() == 2);
+    ExpectThrow<NotInitializedIteratorException>([&] { it.Get(); }, msg);
+    EXPECT_FALSE(++it);
+    list.Append(&c);
+    it.Init(list, 1, 0, -1);
+    EXPECT_EQ(list.RemoveFirst(), &a);
+    EXPECT_TRUE(--it && it.Get() == &b && --it && it.GetCurPosition() == 0);
+    ExpectThrow<NotInitializedIteratorException>([&] { it.Get(); }, msg);
+    EXPECT_FALSE(--it);
 }
 
 TEST_F(PtrDLinkList, IteratorFailures) {

@@ -26,6 +26,18 @@ void SeePair(String const& s, Names const& names) {
     calls.push_back(s.GetStdChar() + std::to_string(names.GetNumberOfEntry()));
 }
 
+// Connect Second (resp. See) to the signal being emitted.
+NoArgSignal* growing;
+TextSignal* growingText;
+void Grows() {
+    calls.push_back("grows");
+    growing->Connect(Second);
+}
+void GrowsText(String const& s) {
+    calls.push_back(s.GetStdChar());
+    growingText->Connect(See);
+}
+
 // A connection of another kind (type 2) over any connection base, counting destructions.
 int destroyed;
 template <typename Base, typename... Args>
@@ -106,4 +118,24 @@ TEST_F(Signals, EmptyDoNothingArgumentsGoByReferenceAndConnectionsAreDeletedOnce
         EXPECT_EQ(destroyed, 2);
     }
     EXPECT_EQ(destroyed, 4);
+}
+
+// An emission walks the connections that existed when it started: one connected meanwhile
+// runs from the next emission on.
+TEST_F(Signals, ConnectionMadeDuringAnEmissionRunsFromTheNextOne) {
+    NoArgSignal s;
+    growing = &s;
+    s.Connect(Grows);
+    s.Connect(First);
+    s();
+    EXPECT_EQ(calls, (Calls{"grows", "first"}));
+    s();
+    EXPECT_EQ(calls, (Calls{"grows", "first", "grows", "first", "second"}));
+    TextSignal t;
+    growingText = &t;
+    t.Connect(GrowsText);
+    seen[0] = nullptr;
+    t(String("x"));
+    EXPECT_EQ(seen[0], nullptr);
+    EXPECT_EQ(t.GetConnections().GetNumberOfEntry(), 2u);
 }

@@ -180,6 +180,63 @@ TEST(String, ReplaceFirstAndAll) {
     EXPECT_EQ(B(s), "a==b==c");
 }
 
+// Matches that do not overlap are replaced in one pass; the result is the running shift's.
+// An empty find matches before every byte from start on.
+TEST(String, ReplaceAllOfSeparateMatches) {
+    Row<char const*, char const*, char const*, unsigned long, char const*> const rows[] = {
+        {"abc", "", "-", 1, "a-b-c"},       {"ab", "", "xy", 0, "xyaxyb"},
+        {"a.b.c", ".", ",", 0, "a,b,c"},    {"x&amp;y&amp;", "&amp;", "&", 0, "x&y&"},
+        {"&amp;&amp;", "&amp;", "", 0, ""}, {"a<b<", "<", "&lt;", 1, "a&lt;b&lt;"}};
+    for (auto const& [in, find, with, start, want] : rows) {
+        SCOPED_TRACE(testing::Message() << in << ": " << find << " -> " << with);
+        String s(in);
+        s.ReplaceAll(String(find), String(with), start);
+        EXPECT_EQ(B(s), want);
+    }
+    String self("abab");
+    self.ReplaceAll(self, String("x"));  // the text may be its own find or with
+    EXPECT_EQ(B(self), "x");
+    self.Replace(String("x"), self);
+    EXPECT_EQ(B(self), "x");
+}
+
+// The running position of an overlapping match may fall below 0 once earlier matches have
+// shrunk the text; nothing is left to move there, so the text simply ends empty.
+TEST(String, ReplaceAllOverlapsBelowTheStartEmptyTheText) {
+    Row<char const*, char const*, unsigned long, char const*> const rows[] = {
+        {"aaa", "aa", 0, ""}, {"aaaa", "aaa", 0, ""}, {"abaaaaa", "aaa", 1, ""}};
+    for (auto const& [in, find, start, want] : rows) {
+        SCOPED_TRACE(in);
+        String s(in);
+        s.ReplaceAll(String(find), String(), start);
+        EXPECT_EQ(B(s), want);
+    }
+    // Where bytes would really move outside the text, it still fails: in 'aaaab' the second
+    // match runs at -1 with two bytes behind it.
+    String s("aaaab");
+    ExpectThrow<lstd::UnknownException>([&] { s.ReplaceAll(String("aa"), String()); },
+                                        "String::ReplaceAtPositions()");
+    lstd::ValDLinkList<unsigned long> positions;
+    positions.Append(4);
+    String t("a-b");
+    ExpectThrow<lstd::UnknownException>(
+        [&] { t.ReplaceAtPositions(String("-"), String("="), positions); },
+        "String::ReplaceAtPositions()");
+}
+
+// A length whose block size (length + 1) does not fit in 64 bits is an allocation failure;
+// the String keeps its text.
+TEST(String, LengthsThatOverflowTheBlockSizeFailCleanly) {
+    unsigned long const huge = kNone;
+    String s("abc"), empty;
+    ExpectThrow<lstd::NotEnoughMemoryException>([&] { s.Resize(huge); }, "String");
+    ExpectThrow<lstd::NotEnoughMemoryException>([&] { empty.Resize(huge); }, "String");
+    ExpectThrow<lstd::NotEnoughMemoryException>([&] { String("xyz", huge); }, "String");
+    EXPECT_EQ((Strs{B(s), B(empty)}), (Strs{"abc", ""}));
+    s += "d";
+    EXPECT_EQ(B(s), "abcd");
+}
+
 TEST(String, ResizeTrimAndCase) {
     String s("ab");
     s.Resize(5);

@@ -73,6 +73,10 @@ TEST(TTokenizer, RemembersTheDelimitersAroundTheLastToken) {
     EXPECT_TRUE(t.IsMatchedSeperator("\t") && t.IsMatchedSeperator("\n"));
     EXPECT_EQ(Strings{"q"}, Tokens(1, base, lstd::String("-")));
     EXPECT_FALSE(t.IsMatchedSeperator("\t") || t.IsMatchedSeperator("\n"));
+    lstd::String both[] = {";", ","};  // the token may be one of the delimiters
+    t.Init(",a;b");
+    ASSERT_TRUE(t.Next(both, 2, both[0]));
+    EXPECT_TRUE(both[0] == "a" && t.IsLeftMatchedSeperator(",") && t.IsRightMatchedSeperator(";"));
 }
 
 TEST(EnclosureTokenizer, NestingAllowedGivesTheWholeEnclosure) {
@@ -111,4 +115,22 @@ TEST(EnclosureTokenizer, NestingNotAllowedThrowsAndADoubledMarkerIsText) {
     for (unsigned long pos = 0; pos < 10; ++pos)
         marks += t.IsSeparatorChar(pos, "::") ? '1' : '0';
     EXPECT_EQ("0001100100", marks);
+}
+
+// The markers are read before the token is written, so one String may serve as the closing
+// marker and as the token (the plain tokenizer allows the same for its delimiters).
+TEST(EnclosureTokenizer, TokenMayBeTheClosingMarker) {
+    lstd::EnclosureTokenizer t;
+    t.Init("(ab)(c)", 0);
+    lstd::String open("("), both(")");
+    ASSERT_TRUE(t.Next(open, both, both));
+    EXPECT_EQ("ab", both);
+    EXPECT_EQ("0-4", Span(t));
+    both = ")";
+    ASSERT_TRUE(t.Next(open, both, both));
+    EXPECT_EQ("c", both);
+    lstd::String token("(");
+    t.Init("(ab)(c)", 0);
+    ASSERT_TRUE(t.Next(token, ")", token));  // and as the opening marker
+    EXPECT_EQ("0-4", Span(t));
 }

@@ -133,6 +133,20 @@ TEST_F(ValDLinkList, RemoveAllAndRemoveList) {
     EXPECT_EQ(Items(list), (V{20}));
 }
 
+TEST_F(ValDLinkList, RemoveListOfItselfOrIntoItself) {
+    list.Remove(list, &out);  // a copy of the values is walked
+    EXPECT_TRUE(Items(list).empty());
+    EXPECT_EQ(Items(out), (V{10, 20, 30}));
+    Fill(list, 10, 20, 30, 10);
+    Fill(empty, 10, 30);
+    list.RemoveAll(empty, &empty);  // emptied before each value: the last removals remain
+    EXPECT_EQ(Items(empty), (V{30}));
+    EXPECT_EQ(Items(list), (V{20}));
+    Fill(list, 30, 10);
+    list.Remove(out, &list);  // each removed value returns to the list's end
+    EXPECT_EQ(Items(list), (V{10, 20, 30}));
+}
+
 TEST_F(ValDLinkList, SwapAndAppendZeroZeroTakesAll) {
     list.Swap(0, 2);
     list.Swap(7, 7);  // same position: nothing, not even a range check
@@ -141,6 +155,12 @@ TEST_F(ValDLinkList, SwapAndAppendZeroZeroTakesAll) {
     out.Append(list, 0, 0);  // Deliberate: (0, 0) appends the whole list.
     out.Append(list, 1, 1);
     EXPECT_EQ(Items(out), (V{30, 20, 10, 20}));
+}
+
+TEST_F(ValDLinkList, SwapReportsTheFirstInvalidPosition) {
+    ExpectThrow<InvalidIndexException>([&] { list.Swap(7, 9); }, "Invalid position (7)");
+    ExpectThrow<InvalidIndexException>([&] { list.Swap(9, 1); }, "Invalid position (9)");
+    EXPECT_EQ(Items(list), (V{10, 20, 30}));
 }
 
 TEST(ValQueue, FirstInFirstOut) {
@@ -166,6 +186,28 @@ TEST_F(ValDLinkList, IteratorCopiesAndRemoves) {
     EXPECT_TRUE(list.Remove(it, 0, &value) && value == 10);  // the value is copied out
     EXPECT_TRUE(++it && it.Get() == 21 && list.Remove(it, 1, nullptr) && it.Get() == 30);
     EXPECT_EQ(Items(list), (V{30}));
+}
+
+TEST_F(ValDLinkList, StepInsideTheRangeSucceedsAfterTheListShrank) {
+    char const* msg = "ValDLAbstractListIterator is not initialized";
+    it.Init(list, 1, 0, -1);
+    EXPECT_TRUE(list.RemoveLast(nullptr) && ++it && ++it && it.GetCurPosition() == 2);
+    ExpectThrow<NotInitializedIteratorException>([&] { it.Get(); }, msg);
+    EXPECT_FALSE(++it);
+    it.Init(list, 1, 0, -1);
+    EXPECT_TRUE(list.RemoveFirst(nullptr) && --it && --it && it.GetCurPosition() == 0);
+    ExpectThrow<NotInitializedIteratorException>([&] { it.Get(); }, msg);
+    EXPECT_FALSE(--it);
+}
+
+// Unlike the pointer iterator's, the value iterator's Clear is the base one: it unbinds and
+// exhausts the iterator but keeps its node, whose value Get still returns.
+TEST_F(ValDLinkList, IteratorClearKeepsTheNode) {
+    it.Init(list, 1, 0, -1);
+    it.Clear();
+    EXPECT_TRUE(it.GetCollection() == nullptr && it.GetCurPosition() == 3);
+    EXPECT_TRUE(it.Get() == 20 && it.Get(value) && value == 20);
+    EXPECT_FALSE(++it || --it);
 }
 
 TEST_F(ValDLinkList, IteratorFailures) {
