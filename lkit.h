@@ -76,5 +76,8 @@
 #include <lxml/xmlnode.h>
 #include <lxml/xmldatanode.h>
 #include <lxml/xmltextnode.h>
+#include <lxml/xmlparser.h>
+#include <lxml/xmlcreator.h>
+#include <lxml/xmlfile.h>
 
 #endif // LKIT_H

@@ -7,6 +7,9 @@ list(APPEND LKIT_PUBLIC_HEADERS
     lxml/xmlnode.h
     lxml/xmldatanode.h
     lxml/xmltextnode.h
+    lxml/xmlparser.h
+    lxml/xmlcreator.h
+    lxml/xmlfile.h
 )
 list(APPEND LKIT_SOURCES
     lxml/xml.cpp
@@ -15,4 +18,7 @@ list(APPEND LKIT_SOURCES
     lxml/xmlnode.cpp
     lxml/xmldatanode.cpp
     lxml/xmltextnode.cpp
+    lxml/xmlparser.cpp
+    lxml/xmlcreator.cpp
+    lxml/xmlfile.cpp
 )

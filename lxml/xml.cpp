@@ -219,8 +219,7 @@ void XML::AppendProperty(Sink& out, XMLProperty const& property) {
                       static_cast<unsigned int>(value.GetUInt64Value()));
         break;
     case XMLPropValue::T_FLOAT32:
-        std::snprintf(number, sizeof number, "%.6f",
-                      static_cast<double>(value.GetFloat32Value()));
+        std::snprintf(number, sizeof number, "%.6f", static_cast<double>(value.GetFloat32Value()));
         break;
     case XMLPropValue::T_FLOAT64:
         std::snprintf(number, sizeof number, "%.6f", value.GetFloat64Value());
@@ -350,8 +349,7 @@ void XML::AppendDataNode(Sink& out, XMLDataNode const& node, unsigned char const
     }
 }
 
-bool XML::CutTagName(char const*& begin, char const* end, char const*& nameEnd,
-                     char const*& rest) {
+bool XML::CutTagName(char const*& begin, char const* end, char const*& nameEnd, char const*& rest) {
     while (begin < end && IsBlank(*begin))
         ++begin;
     if (begin == end)
@@ -414,17 +412,15 @@ XMLTextNode* XML::AppendTextNode(lstd::PtrDLinkList<XMLNode>& list, lstd::String
 }
 
 lstd::String XML::EscapeText(lstd::String const& text) {
-    return Build<Sink>([&text](Sink& out) {
-        AppendEscaped(out, text.GetStdChar(), text.GetLength());
-    });
+    return Build<Sink>(
+        [&text](Sink& out) { AppendEscaped(out, text.GetStdChar(), text.GetLength()); });
 }
 
 lstd::String XML::UnescapeText(lstd::String const& text) {
     if (std::memchr(text.GetStdChar(), '&', text.GetLength()) == nullptr)
         return text;
-    return Build<Sink>([&text](Sink& out) {
-        AppendUnescaped(out, text.GetStdChar(), text.GetLength());
-    });
+    return Build<Sink>(
+        [&text](Sink& out) { AppendUnescaped(out, text.GetStdChar(), text.GetLength()); });
 }
 
 lstd::String XML::PropertyToString(XMLProperty const& property) {
@@ -452,9 +448,7 @@ lstd::String XML::CreateSingleTagString(lstd::String const& name,
     return TagString(name, properties, "/>");
 }
 
-lstd::String XML::CreateCloseTagString(lstd::String const& name) {
-    return "</" + name + ">";
-}
+lstd::String XML::CreateCloseTagString(lstd::String const& name) { return "</" + name + ">"; }
 
 lstd::String XML::TextNodeToString(XMLTextNode const& node, unsigned char const& newLine,
                                    unsigned char const& indent, long const& level) {
@@ -505,7 +499,8 @@ bool XML::TokenPropTextForSeparator(lstd::String const& text, unsigned long& pos
     if (!found)
         return false;
     name = lstd::String(nameBegin, static_cast<unsigned long>(nameEnd - nameBegin));
-    value = UnescapeText(lstd::String(valueBegin, static_cast<unsigned long>(valueEnd - valueBegin)));
+    value =
+        UnescapeText(lstd::String(valueBegin, static_cast<unsigned long>(valueEnd - valueBegin)));
     return true;
 }
 

@@ -52,10 +52,10 @@ public:
 
     /// "<", name, one blank, the properties back to back, ">". A null set has no property.
     static lstd::String CreateOpenTagString(lstd::String const& name,
-                                           lstd::PtrHashSet<XMLProperty> const* properties);
+                                            lstd::PtrHashSet<XMLProperty> const* properties);
     /// "<", name, one blank, the properties back to back, "/>".
     static lstd::String CreateSingleTagString(lstd::String const& name,
-                                             lstd::PtrHashSet<XMLProperty> const* properties);
+                                              lstd::PtrHashSet<XMLProperty> const* properties);
     /// "</", name, ">".
     static lstd::String CreateCloseTagString(lstd::String const& name);
     /// The indentation (level tabs when indent is non-zero and level at least 1), the open
@@ -136,12 +136,10 @@ private:
     static void AppendProperty(Sink& out, XMLProperty const& property);
     static void AppendProperties(Sink& out, lstd::PtrHashSet<XMLProperty> const* set);
     static void AppendTag(Sink& out, XMLNode const& node, char const* tail);
-    static void AppendTextNode(Sink& out, XMLTextNode const& node,
-                               unsigned char const& newLine, unsigned char const& indent,
-                               long const& level);
-    static void AppendDataNode(Sink& out, XMLDataNode const& node,
-                               unsigned char const& newLine, unsigned char const& indent,
-                               long const& level);
+    static void AppendTextNode(Sink& out, XMLTextNode const& node, unsigned char const& newLine,
+                               unsigned char const& indent, long const& level);
+    static void AppendDataNode(Sink& out, XMLDataNode const& node, unsigned char const& newLine,
+                               unsigned char const& indent, long const& level);
     // The node at level with its own layout: the built-in kinds directly, others by ToString.
     static void AppendNode(Sink& out, XMLNode const& node, unsigned char const& newLine,
                            unsigned char const& indent, long const& level);
@@ -150,18 +148,15 @@ private:
                                   char const* tail);
     // A new node appended to list (the children of a node, or a creator's nodes). Throws
     // lstd::NotEnoughMemoryException, and then nothing is appended.
-    static XMLDataNode* AppendDataNode(lstd::PtrDLinkList<XMLNode>& list,
-                                       lstd::String const& name);
-    static XMLTextNode* AppendTextNode(lstd::PtrDLinkList<XMLNode>& list,
-                                       lstd::String const& name);
+    static XMLDataNode* AppendDataNode(lstd::PtrDLinkList<XMLNode>& list, lstd::String const& name);
+    static XMLTextNode* AppendTextNode(lstd::PtrDLinkList<XMLNode>& list, lstd::String const& name);
     // [begin, end) with blanks skipped: nameEnd ends the name, rest is where properties begin.
     static bool CutTagName(char const*& begin, char const* end, char const*& nameEnd,
                            char const*& rest);
     // The next property from cursor: name [nameBegin, nameEnd), value [valueBegin, valueEnd)
     // trimmed, still escaped. False when only blanks remain.
     static bool CutProperty(char const*& cursor, char const* end, char const*& nameBegin,
-                            char const*& nameEnd, char const*& valueBegin,
-                            char const*& valueEnd);
+                            char const*& nameEnd, char const*& valueBegin, char const*& valueEnd);
 
     friend class XMLDataNode;
     friend class XMLParser;

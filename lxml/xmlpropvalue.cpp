@@ -3,8 +3,7 @@
 
 namespace lxml {
 
-XMLPropValMissedTypeException::XMLPropValMissedTypeException(char const* message,
-                                                             char const* file,
+XMLPropValMissedTypeException::XMLPropValMissedTypeException(char const* message, char const* file,
                                                              unsigned long long const& line)
     : lstd::Exception(message, file, line) {}
 XMLPropValMissedTypeException::~XMLPropValMissedTypeException() {}
