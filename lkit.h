@@ -53,4 +53,11 @@
 #include <lstd/timer.h>
 #include <lstd/bitset.h>
 
+#include <lmth/graph.h>
+#include <lmth/adjacentlistgraph.h>
+#include <lmth/matrixgraph.h>
+#include <lmth/graphbsflistener.h>
+#include <lmth/graphislandbsflistener.h>
+#include <lmth/graphbsfexecutor.h>
+
 #endif // LKIT_H
