@@ -39,6 +39,7 @@
 #include <lstd/signal.h>
 #include <lstd/system.h>
 #include <lstd/console.h>
+#include <lstd/hashindex.h>
 #include <lstd/hashcollection.h>
 #include <lstd/hashmap.h>
 #include <lstd/ptrhashmap.h>
@@ -52,6 +53,22 @@
 #include <lstd/date.h>
 #include <lstd/timer.h>
 #include <lstd/bitset.h>
+
+#include <liop/iodevice.h>
+#include <liop/inputstream.h>
+#include <liop/outputstream.h>
+#include <liop/iserializable.h>
+#include <liop/serializable.h>
+#include <liop/ipersistence.h>
+#include <liop/ioexception.h>
+#include <liop/file.h>
+#include <liop/stringbuffer.h>
+#include <liop/stringreadbuffer.h>
+#include <liop/stringwritebuffer.h>
+#include <liop/directory.h>
+#include <liop/fileiterator.h>
+#include <liop/inifile.h>
+#include <liop/inifilekeyiterator.h>
 
 #include <lmth/graph.h>
 #include <lmth/adjacentlistgraph.h>

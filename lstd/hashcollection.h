@@ -5,21 +5,25 @@
 // a bucket. The table size fixes only this numbering: storage follows the items, so a
 // collection of 32767 buckets costs nothing per empty bucket.
 //
-// Representation. A bucket exists only while it holds items. The buckets are found by number
-// through hashtable::BucketIndex, an open-addressing index (linear probing over a power of two
-// of 64-byte slots, none until the first item, at most half full). A slot is the bucket: its
-// number, its item count and its item pointers in append order, six inline and more in an
-// array of its own. Value collections store pointers to their own heap copies, so the index
-// (mTable) lives in HashCollection, shared by both kinds. The hash value cache mHashValueCache
-// is the ascending vector of non-empty bucket numbers; a bucket that becomes non-empty is
-// noted in mPending, and the repair merges those notes into the cache, drops the buckets that
-// became empty and stops once every item is accounted for. No operation ever visits a bucket
-// number that never held an item.
+// Requirement on the hash function: equal items have equal hashes. Each bucket keeps a digest
+// of every item's hash beside it (lstd/hashindex.h) and a lookup calls T's operator== only on
+// the items whose digest equals that of the hash looked for. An item must therefore not change
+// its hash while it is stored; Apply takes the hashes anew after its function ran.
+//
+// Representation. The buckets that hold items are found by number through
+// hashtable::BucketIndex (mTable), shared by both kinds: pointer collections record the
+// pointers they are given; value collections record small trivial values (unsigned long,
+// pointers) in place and other values as pointers to heap copies of their own. The hash value
+// cache mHashValueCache is the ascending vector of non-empty bucket numbers; a bucket that
+// becomes non-empty is noted in mPending while the index is sparse, and the repair merges
+// those notes into the cache, drops the buckets that became empty and stops once every item
+// is accounted for. Once the index is dense the repair reads the bucket array in order instead.
 #ifndef LSTD_HASHCOLLECTION_H
 #define LSTD_HASHCOLLECTION_H
 
 #include <lstd/collection.h>
 #include <lstd/exception.h>
+#include <lstd/hashindex.h>
 #include <lstd/iptrcollection.h>
 #include <lstd/iptrorderlist.h>
 #include <lstd/iterator.h>
@@ -44,205 +48,6 @@ class PtrHashMap;
 template <typename K, typename V>
 class ValHashMap;
 
-namespace hashtable {
-
-/// The non-empty buckets of a hash collection, found by bucket number. Items are T pointers;
-/// the index never creates or deletes the objects they point to.
-template <typename T>
-class BucketIndex {
-public:
-    /// Items a bucket keeps in its own slot; more move to an array of the bucket's own.
-    static unsigned long const INLINE = 6;
-
-    /// A bucket that holds items: its number, its item count and its items in append order.
-    /// A slot is one 64-byte cache line, so a lookup of a bucket of up to INLINE items reads
-    /// one line before the items themselves.
-    struct alignas(64) Bucket {
-        unsigned long mNumber;
-        unsigned long mCount;
-        union Storage {
-            T* mInline[INLINE];
-            struct Heap {
-                T** mItems;
-                unsigned long mCapacity;
-            } mHeap;
-        } mStorage;
-
-        T** Items() { return mCount <= INLINE ? mStorage.mInline : mStorage.mHeap.mItems; }
-        T* const* Items() const {
-            return mCount <= INLINE ? mStorage.mInline : mStorage.mHeap.mItems;
-        }
-    };
-
-    BucketIndex() : mSlots(nullptr), mCapacity(0), mSize(0), mShift(0) {}
-    BucketIndex(BucketIndex const&) = delete;
-    BucketIndex& operator=(BucketIndex const&) = delete;
-    ~BucketIndex() { Clear(); }
-
-    /// The bucket numbered number, or null when it holds no item.
-    Bucket* Find(unsigned long const& number) const {
-        if (mCapacity == 0)
-            return nullptr;
-        unsigned long const mask = mCapacity - 1;
-        for (unsigned long i = Home(number);; i = (i + 1) & mask) {
-            if (mSlots[i].mNumber == number)
-                return mSlots + i;
-            if (mSlots[i].mNumber == FREE)
-                return nullptr;
-        }
-    }
-    /// Adds the bucket numbered number, which must not exist, with no item yet: the caller
-    /// appends one at once. Throws NotEnoughMemoryException when the index cannot grow.
-    Bucket* Insert(unsigned long const& number) {
-        if ((mSize + 1) * 2 > mCapacity)
-            Grow();
-        Bucket* slot = Place(number);
-        slot->mNumber = number;
-        slot->mCount = 0;
-        ++mSize;
-        return slot;
-    }
-    /// Appends item at the bucket's tail. Throws NotEnoughMemoryException when the bucket's
-    /// array cannot grow; the bucket is then unchanged. Never throws up to INLINE items.
-    static void Append(Bucket& bucket, T* item) {
-        typename Bucket::Storage& s = bucket.mStorage;
-        if (bucket.mCount < INLINE) {
-            s.mInline[bucket.mCount++] = item;
-            return;
-        }
-        if (bucket.mCount == INLINE) {
-            T** items = static_cast<T**>(std::malloc(2 * INLINE * sizeof(T*)));
-            if (items == nullptr)
-                LSTD_THROW(NotEnoughMemoryException, std::bad_alloc().what());
-            for (unsigned long i = 0; i < INLINE; ++i)
-                items[i] = s.mInline[i];
-            s.mHeap.mItems = items;
-            s.mHeap.mCapacity = 2 * INLINE;
-        } else if (bucket.mCount == s.mHeap.mCapacity) {
-            unsigned long const capacity = s.mHeap.mCapacity * 2;
-            void* grown = std::realloc(s.mHeap.mItems, capacity * sizeof(T*));
-            if (grown == nullptr)
-                LSTD_THROW(NotEnoughMemoryException, std::bad_alloc().what());
-            s.mHeap.mItems = static_cast<T**>(grown);
-            s.mHeap.mCapacity = capacity;
-        }
-        s.mHeap.mItems[bucket.mCount++] = item;
-    }
-    /// Removes the item at position (below the count), keeping the others in order. Returns
-    /// true when the bucket became empty: it is then gone, and the pointer must not be used.
-    bool RemoveAt(Bucket* bucket, unsigned long const& position) {
-        T** items = bucket->Items();
-        for (unsigned long i = position; i + 1 < bucket->mCount; ++i)
-            items[i] = items[i + 1];
-        if (--bucket->mCount == INLINE) {
-            for (unsigned long i = 0; i < INLINE; ++i)  // items was read before: still valid
-                bucket->mStorage.mInline[i] = items[i];
-            std::free(items);
-        } else if (bucket->mCount == 0) {
-            Erase(bucket);
-            return true;
-        }
-        return false;
-    }
-    /// Forgets every bucket and releases all memory; the items are not touched.
-    void Clear() {
-        for (unsigned long i = 0; i < mCapacity; ++i)
-            if (mSlots[i].mNumber != FREE && mSlots[i].mCount > INLINE)
-                std::free(mSlots[i].mStorage.mHeap.mItems);
-        std::free(mSlots);
-        mSlots = nullptr;
-        mCapacity = mSize = 0;
-        mShift = 0;
-    }
-    void Swap(BucketIndex& other) {
-        std::swap(mSlots, other.mSlots);
-        std::swap(mCapacity, other.mCapacity);
-        std::swap(mSize, other.mSize);
-        std::swap(mShift, other.mShift);
-    }
-
-    /// Number of non-empty buckets.
-    unsigned long Size() const { return mSize; }
-    /// Number of slots allocated (0, or a power of two at least twice Size()); each slot
-    /// takes sizeof(Bucket), 64 bytes.
-    unsigned long Capacity() const { return mCapacity; }
-    /// The numbers of the non-empty buckets, in no particular order.
-    void GetNumbers(std::vector<unsigned long>& numbers) const {
-        numbers.reserve(mSize);
-        for (unsigned long i = 0; i < mCapacity; ++i)
-            if (mSlots[i].mNumber != FREE)
-                numbers.push_back(mSlots[i].mNumber);
-    }
-    /// Calls fn(bucket) on every non-empty bucket, in slot order.
-    template <typename F>
-    void ForEach(F const& fn) {
-        for (unsigned long i = 0; i < mCapacity; ++i)
-            if (mSlots[i].mNumber != FREE)
-                fn(mSlots[i]);
-    }
-    /// Whether bucket is a slot of this index (a stale pointer of another index is not).
-    bool Holds(Bucket const* bucket) const {
-        std::uintptr_t const p = reinterpret_cast<std::uintptr_t>(bucket);
-        std::uintptr_t const first = reinterpret_cast<std::uintptr_t>(mSlots);
-        return mSlots != nullptr && p >= first && p < first + mCapacity * sizeof(Bucket);
-    }
-
-private:
-    static unsigned long const FREE = ~0UL;  // no bucket number reaches it: numbers < mHashSize
-
-    // Fibonacci hashing spreads consecutive and strided bucket numbers over the slots.
-    unsigned long Home(unsigned long const& number) const {
-        return (number * 0x9E3779B97F4A7C15UL) >> mShift;
-    }
-    Bucket* Place(unsigned long const& number) {
-        unsigned long const mask = mCapacity - 1;
-        unsigned long i = Home(number);
-        while (mSlots[i].mNumber != FREE)
-            i = (i + 1) & mask;
-        return mSlots + i;
-    }
-    void Grow() {
-        unsigned long const capacity = mCapacity == 0 ? 2 : mCapacity * 2;
-        Bucket* slots = static_cast<Bucket*>(std::aligned_alloc(64, capacity * sizeof(Bucket)));
-        if (slots == nullptr)
-            LSTD_THROW(NotEnoughMemoryException, std::bad_alloc().what());
-        for (unsigned long i = 0; i < capacity; ++i)
-            slots[i].mNumber = FREE;
-        Bucket* old = mSlots;
-        unsigned long const oldCapacity = mCapacity;
-        mSlots = slots;
-        mCapacity = capacity;
-        mShift = 64;
-        for (unsigned long c = capacity; c > 1; c >>= 1)
-            --mShift;
-        for (unsigned long i = 0; i < oldCapacity; ++i)
-            if (old[i].mNumber != FREE)
-                *Place(old[i].mNumber) = old[i];
-        std::free(old);
-    }
-    // Backward-shift deletion: later slots of the probe run move up into the hole, so that
-    // lookups need no tombstones.
-    void Erase(Bucket* bucket) {
-        unsigned long const mask = mCapacity - 1;
-        unsigned long hole = static_cast<unsigned long>(bucket - mSlots);
-        for (unsigned long i = (hole + 1) & mask; mSlots[i].mNumber != FREE; i = (i + 1) & mask) {
-            unsigned long const home = Home(mSlots[i].mNumber);
-            if (((i - home) & mask) >= ((i - hole) & mask)) {
-                mSlots[hole] = mSlots[i];
-                hole = i;
-            }
-        }
-        mSlots[hole].mNumber = FREE;
-        --mSize;
-    }
-
-    Bucket* mSlots;
-    unsigned long mCapacity;
-    unsigned long mSize;
-    unsigned int mShift;
-};
-}  // namespace hashtable
-
 /// Root of the hash collections: the table size, the item count and the hash value cache (the
 /// ascending numbers of the non-empty buckets, which iteration walks). Not copyable.
 template <typename T>
@@ -266,26 +71,45 @@ public:
 
     /// The number of buckets given at construction.
     unsigned long GetHashSize() const { return mHashSize; }
-    /// Bucket slots allocated, a memory diagnostic: 0 while empty, else a power of two at
-    /// least twice the number of non-empty buckets, whatever the table size.
+    /// Bucket places allocated, a memory diagnostic: 0 while empty; while few buckets hold
+    /// items, a power of two at least twice their number, whatever the table size; once most
+    /// do, the table size (see lstd/hashindex.h).
     unsigned long GetBucketSlotCount() const { return mTable.Capacity(); }
 
 protected:
-    typedef hashtable::BucketIndex<T> Index;
+    typedef hashtable::Slot<T> Slot;
+    typedef hashtable::BucketIndex<Slot> Index;
     typedef typename Index::Bucket Bucket;
 
     /// Throws InvalidOperationException "The hash table size is invalid. (size = 0)" for 0.
     explicit HashCollection(unsigned long const& hashSize)
-        : mItemCount(0), mHashSize(hashSize), mCacheDirty(0) {
+        : mItemCount(0), mHashSize(hashSize), mCacheDirty(0), mTable(hashSize),
+          mModulus(hashSize != 0 ? hashSize : 1) {
         if (hashSize == 0)
             LSTD_THROW(InvalidOperationException, "The hash table size is invalid. (size = 0)");
     }
 
-    /// Creates bucket number for a first item and notes it for the cache repair. Throws
-    /// NotEnoughMemoryException.
-    Bucket* NewBucket(unsigned long const& number) {
-        NotePending(number);
-        return mTable.Insert(number);
+    /// The bucket of hash, and the first of its items whose hash has the digest of hash and
+    /// that matches (match(slot) is the equality test): position is that item's, or the
+    /// count when none matches. Null when the bucket holds nothing.
+    template <typename Match>
+    Bucket* Locate(unsigned long const& hash, unsigned long& position, Match const& match) const {
+        Bucket* bucket = mTable.Find(mModulus.Of(hash));
+        if (bucket != nullptr)
+            position = bucket->Search(hashtable::Digest(hash), match);
+        return bucket;
+    }
+    /// Appends item, whose hash is hash, to bucket, its bucket, or to a new one when bucket
+    /// is null; then notes a new bucket for the cache repair. Throws NotEnoughMemoryException.
+    void AppendRecord(Bucket* bucket, unsigned long const& hash, Slot const& item) {
+        if (bucket == nullptr) {
+            unsigned long const number = mModulus.Of(hash);
+            NotePending(number);
+            bucket = mTable.Insert(number);
+            if (mTable.IsDense() && mPending.capacity() != 0)
+                std::vector<unsigned long>().swap(mPending);  // the repair reads the array now
+        }
+        Index::Append(*bucket, hashtable::Digest(hash), item);
     }
     /// Empties the collection's bookkeeping: no bucket, no item, an empty, valid cache.
     void ResetAll() {
@@ -300,41 +124,54 @@ protected:
     std::vector<unsigned long> GetSortedBuckets() const {
         std::vector<unsigned long> numbers;
         try {
-            if (mCacheDirty == 0 && mPending.empty())
+            if (!mTable.IsDense() && mCacheDirty == 0 && mPending.empty())
                 return mHashValueCache;
             mTable.GetNumbers(numbers);
         } catch (std::bad_alloc const& e) {
             LSTD_THROW(NotEnoughMemoryException, e.what());
         }
-        std::sort(numbers.begin(), numbers.end());
+        if (!mTable.IsDense())
+            std::sort(numbers.begin(), numbers.end());
         return numbers;
     }
+    /// Records the hash of the item at position of bucket number anew, after a function may
+    /// have changed it; nothing when that place holds no record any more.
+    template <typename HashOf>
+    void Rehash(unsigned long const& number, unsigned long const& position, HashOf const& hashOf) {
+        Bucket* bucket = mTable.Find(number);
+        if (bucket != nullptr && position < bucket->mCount)
+            bucket->SetDigest(position, hashtable::Digest(hashOf(bucket->Items()[position])));
+    }
     /// Empties the collection, then calls destroy on each of its former items: ascending
-    /// buckets, each front to back. The items are detached first, so that destroy finds the
-    /// collection empty. Never throws: without memory to order the buckets, the slots' own
-    /// order is taken (destructors call this).
+    /// buckets, each front to back, unless inOrder is false (for items whose destruction
+    /// nobody can watch). The items are detached first, so that destroy finds the collection
+    /// empty. Never throws: without memory to order the buckets, the slots' own order is
+    /// taken (destructors call this).
     template <typename Destroy>
-    void ClearItems(Destroy const& destroy) {
+    void ClearItems(Destroy const& destroy, bool inOrder = true) {
         std::vector<unsigned long> order;
-        bool ordered = true;
-        try {
-            order = GetSortedBuckets();
-        } catch (NotEnoughMemoryException const&) {
-            ordered = false;
+        bool ordered = inOrder;
+        if (inOrder && !mTable.IsDense()) {  // a dense index walks its buckets in order itself
+            try {
+                order = GetSortedBuckets();
+            } catch (NotEnoughMemoryException const&) {
+                ordered = false;
+            }
         }
-        Index detached;
+        Index detached(mHashSize);
         detached.Swap(mTable);
         ResetAll();
-        if (ordered) {
+        if (ordered && !detached.IsDense()) {
             for (unsigned long number : order) {
                 Bucket* bucket = detached.Find(number);
                 for (unsigned long i = 0; bucket != nullptr && i < bucket->mCount; ++i)
                     destroy(bucket->Items()[i]);
             }
         } else {
-            detached.ForEach([&destroy](Bucket& bucket) {
+            detached.ForEach([&destroy](Bucket const& bucket) {
+                Slot const* items = bucket.Items();
                 for (unsigned long i = 0; i < bucket.mCount; ++i)
-                    destroy(bucket.Items()[i]);
+                    destroy(items[i]);
             });
         }
     }
@@ -346,23 +183,18 @@ protected:
         std::vector<unsigned long> merged;
         unsigned long remaining = mItemCount;
         try {
-            std::sort(mPending.begin(), mPending.end());
-            merged.reserve(mHashValueCache.size() + mPending.size());
-            std::vector<unsigned long>::const_iterator c = mHashValueCache.begin();
-            std::vector<unsigned long>::const_iterator p = mPending.begin();
-            while (remaining > 0 && (c != mHashValueCache.end() || p != mPending.end())) {
-                unsigned long number;
-                if (p == mPending.end() || (c != mHashValueCache.end() && *c <= *p))
-                    number = *c++;
-                else
-                    number = *p++;
-                if (!merged.empty() && merged.back() == number)
-                    continue;
-                Bucket const* bucket = mTable.Find(number);
-                if (bucket == nullptr)
-                    continue;
-                merged.push_back(number);
-                remaining -= bucket->mCount < remaining ? bucket->mCount : remaining;
+            if (mTable.IsDense()) {  // the buckets in order: no note is kept then
+                merged.reserve(mTable.Size());
+                for (unsigned long n = 0; n < mHashSize && remaining > 0; ++n) {
+                    Bucket const* bucket = mTable.Find(n);
+                    if (bucket != nullptr) {
+                        merged.push_back(n);
+                        remaining -= bucket->mCount < remaining ? bucket->mCount : remaining;
+                    }
+                }
+                mPending.clear();
+            } else {
+                MergePending(merged, remaining);
             }
         } catch (std::bad_alloc const& e) {
             LSTD_THROW(NotEnoughMemoryException, e.what());
@@ -380,11 +212,36 @@ protected:
     mutable std::vector<unsigned long> mHashValueCache;
     mutable std::vector<unsigned long> mPending;  // became non-empty since the last repair
     Index mTable;
+    hashtable::Modulus mModulus;  // of mHashSize
 
 private:
+    // The sparse repair: merges the ascending cache with the sorted notes into merged,
+    // keeping the buckets that hold items, until they account for remaining items.
+    void MergePending(std::vector<unsigned long>& merged, unsigned long& remaining) const {
+        std::sort(mPending.begin(), mPending.end());
+        merged.reserve(mHashValueCache.size() + mPending.size());
+        std::vector<unsigned long>::const_iterator c = mHashValueCache.begin();
+        std::vector<unsigned long>::const_iterator p = mPending.begin();
+        while (remaining > 0 && (c != mHashValueCache.end() || p != mPending.end())) {
+            unsigned long number;
+            if (p == mPending.end() || (c != mHashValueCache.end() && *c <= *p))
+                number = *c++;
+            else
+                number = *p++;
+            if (!merged.empty() && merged.back() == number)
+                continue;
+            Bucket const* bucket = mTable.Find(number);
+            if (bucket == nullptr)
+                continue;
+            merged.push_back(number);
+            remaining -= bucket->mCount < remaining ? bucket->mCount : remaining;
+        }
+    }
     // A bucket emptied and refilled between two repairs is noted again; when the notes
     // outgrow the buckets, the duplicates and the buckets that are empty again are dropped.
     void NotePending(unsigned long const& number) {
+        if (mTable.IsDense())
+            return;
         try {
             if (mPending.size() >= 2 * mTable.Size() + 16) {
                 std::sort(mPending.begin(), mPending.end());
@@ -447,14 +304,12 @@ public:
     void Append(T* item) override {
         if (item == nullptr)
             return;
-        unsigned long const number = mHashFunc(item) % this->mHashSize;
+        unsigned long const hash = mHashFunc(item);
         ++this->mItemCount;
-        Bucket* bucket = this->mTable.Find(number);
-        if (bucket == nullptr) {
+        Bucket* bucket = this->mTable.Find(this->mModulus.Of(hash));
+        if (bucket == nullptr)
             this->mCacheDirty = 1;
-            bucket = this->NewBucket(number);
-        }
-        Index::Append(*bucket, item);
+        this->AppendRecord(bucket, hash, Pointer(item));
     }
     /// Appends every item of list, in order, through the virtual Append (so a set skips the
     /// duplicates).
@@ -476,15 +331,19 @@ public:
             return nullptr;
         return RemoveHashed(mHashFunc(item), [item](T const& stored) { return stored == *item; });
     }
-    /// Calls fn on every item: ascending buckets, each front to back.
+    /// Calls fn on every item: ascending buckets, each front to back; then records the
+    /// item's hash anew.
     void Apply(void (*fn)(T*)) override {
+        HashFunc const hashFunc = mHashFunc;
         for (unsigned long number : this->GetSortedBuckets()) {
             // The bucket is looked up again after each call, in case fn changed the collection.
             for (unsigned long i = 0;; ++i) {
                 Bucket* bucket = this->mTable.Find(number);
                 if (bucket == nullptr || i >= bucket->mCount)
                     break;
-                fn(bucket->Items()[i]);
+                fn(bucket->Items()[i].mPointer);
+                this->Rehash(number, i,
+                             [hashFunc](Slot const& slot) { return hashFunc(slot.mPointer); });
             }
         }
     }
@@ -492,7 +351,7 @@ public:
     /// buckets, each front to back (an item stored twice is deleted twice: not guarded).
     void Clear(unsigned char const& deleteItems) override {
         if (deleteItems == 1)
-            this->ClearItems([](T* item) { delete item; });
+            this->ClearItems([](Slot const& slot) { delete slot.mPointer; });
         else
             this->ResetAll();
     }
@@ -513,7 +372,7 @@ public:
         for (unsigned long number : this->mHashValueCache) {
             Bucket const* bucket = this->mTable.Find(number);
             for (unsigned long i = 0; bucket != nullptr && i < bucket->mCount; ++i)
-                out.Append(bucket->Items()[i]);
+                out.Append(bucket->Items()[i].mPointer);
         }
     }
     unsigned long GetNumberOfEntry() const override { return this->mItemCount; }
@@ -522,57 +381,70 @@ public:
     void CopyEntry(unsigned long const& hashValue, PtrHashEntry<T>& entry) const {
         Bucket const* bucket = this->mTable.Find(hashValue);
         for (unsigned long i = 0; bucket != nullptr && i < bucket->mCount; ++i)
-            entry.Append(bucket->Items()[i]);
+            entry.Append(bucket->Items()[i].mPointer);
     }
 
 protected:
-    typedef typename HashCollection<T>::Index Index;
+    typedef typename HashCollection<T>::Slot Slot;
     typedef typename HashCollection<T>::Bucket Bucket;
 
-    // The lookups below take the item's hash computed by the caller, so that the maps hash a
-    // key once; match(stored) is the equality test, stored being an item of the bucket.
+    /// Where an absent item goes: its bucket (null while that holds nothing) and its hash.
+    struct Spot {
+        Spot() : mBucket(nullptr), mHash(0) {}
 
-    /// The first item of bucket hash % mHashSize that matches, or null.
+        Bucket* mBucket;
+        unsigned long mHash;
+    };
+
+    static Slot Pointer(T* item) {
+        Slot slot;
+        slot.mPointer = item;
+        return slot;
+    }
+
+    // The lookups below take the item's hash computed by the caller, so that the maps hash a
+    // key once; match(stored) is the equality test, stored being an item of the bucket whose
+    // recorded hash equals hash.
+
+    /// The first item of bucket hash % mHashSize that matches, or null; then *spot, when
+    /// given, tells AppendAt where the item goes.
     template <typename Match>
-    T* FindHashed(unsigned long const& hash, Match const& match) const {
-        Bucket const* bucket = this->mTable.Find(hash % this->mHashSize);
-        if (bucket == nullptr)
-            return nullptr;
-        T* const* items = bucket->Items();
-        for (unsigned long i = 0, n = bucket->mCount; i < n; ++i)
-            if (match(*items[i]))
-                return items[i];
+    T* FindHashed(unsigned long const& hash, Match const& match, Spot* spot = nullptr) const {
+        unsigned long position = 0;
+        Bucket* bucket = this->Locate(hash, position, [&match](Slot const& slot) {
+            return match(static_cast<T const&>(*slot.mPointer));
+        });
+        if (bucket != nullptr && position < bucket->mCount)
+            return bucket->Items()[position].mPointer;
+        if (spot != nullptr) {
+            spot->mBucket = bucket;
+            spot->mHash = hash;
+        }
         return nullptr;
     }
     /// Removes the first item of bucket hash % mHashSize that matches and returns it; null
     /// when none does. An emptied bucket marks the cache out of date.
     template <typename Match>
     T* RemoveHashed(unsigned long const& hash, Match const& match) {
-        Bucket* bucket = this->mTable.Find(hash % this->mHashSize);
-        if (bucket == nullptr)
+        unsigned long position = 0;
+        Bucket* bucket = this->Locate(hash, position, [&match](Slot const& slot) {
+            return match(static_cast<T const&>(*slot.mPointer));
+        });
+        if (bucket == nullptr || position == bucket->mCount)
             return nullptr;
-        T* const* items = bucket->Items();
-        for (unsigned long i = 0, n = bucket->mCount; i < n; ++i) {
-            if (match(*items[i])) {
-                T* item = items[i];
-                if (this->mTable.RemoveAt(bucket, i))
-                    this->mCacheDirty = 1;
-                --this->mItemCount;
-                return item;
-            }
-        }
-        return nullptr;
+        T* const item = bucket->Items()[position].mPointer;
+        if (this->mTable.RemoveAt(bucket, position))
+            this->mCacheDirty = 1;
+        --this->mItemCount;
+        return item;
     }
-    /// The set's append of an item known to be absent from its bucket: marks the cache out
-    /// of date, counts the item, then appends it (a failing append leaves it counted).
-    void AppendHashed(T* item, unsigned long const& hash) {
-        unsigned long const number = hash % this->mHashSize;
+    /// The set's append of an item found absent by FindHashed, with no change since: marks
+    /// the cache out of date, counts the item, then appends it (a failing append leaves it
+    /// counted).
+    void AppendAt(Spot const& spot, T* item) {
         this->mCacheDirty = 1;
         ++this->mItemCount;
-        Bucket* bucket = this->mTable.Find(number);
-        if (bucket == nullptr)
-            bucket = this->NewBucket(number);
-        Index::Append(*bucket, item);
+        this->AppendRecord(spot.mBucket, spot.mHash, Pointer(item));
     }
 
     HashFunc mHashFunc;
@@ -582,6 +454,36 @@ protected:
     template <typename K, typename V>
     friend class ValHashMap;
 };
+
+namespace hashtable {
+/// How a value collection keeps a value in a slot: a heap copy by default.
+template <typename T, bool = InPlace<T>::value>
+struct ValueStore {
+    static T* Get(Slot<T> const& slot) { return slot.mPointer; }
+    /// Throws NotEnoughMemoryException and what T's copy constructor throws.
+    static Slot<T> Make(T const& value) {
+        Slot<T> slot;
+        try {
+            slot.mPointer = new T(value);
+        } catch (std::bad_alloc const& e) {
+            LSTD_THROW(NotEnoughMemoryException, e.what());
+        }
+        return slot;
+    }
+    static void Destroy(Slot<T> const& slot) { delete slot.mPointer; }
+};
+/// A small trivial value kept in the slot itself.
+template <typename T>
+struct ValueStore<T, true> {
+    static T* Get(Slot<T> const& slot) { return const_cast<T*>(&slot.mValue); }
+    static Slot<T> Make(T const& value) {
+        Slot<T> slot;
+        slot.mValue = value;
+        return slot;
+    }
+    static void Destroy(Slot<T> const&) {}
+};
+}  // namespace hashtable
 
 /// A hash collection of copies of T; removal copies the value out. No duplicate check.
 /// Lookups compare with T's operator==, the stored value on the left.
@@ -605,12 +507,12 @@ public:
     /// Stores a copy of value at its bucket's tail. NotEnoughMemoryException and the
     /// exceptions of T's copy constructor propagate with the value counted (not undone).
     unsigned char Append(T const& value) override {
-        unsigned long const number = mHashFunc(value) % this->mHashSize;
+        unsigned long const hash = mHashFunc(value);
         ++this->mItemCount;
-        Bucket* bucket = this->mTable.Find(number);
+        Bucket* bucket = this->mTable.Find(this->mModulus.Of(hash));
         if (bucket == nullptr)
             this->mCacheDirty = 1;
-        StoreCopy(bucket, number, value);
+        StoreCopy(bucket, hash, value);
         return 1;
     }
     /// Appends every value of list, in order, through the virtual Append.
@@ -628,38 +530,38 @@ public:
     /// Removes the first value of its bucket equal to value, copying it to *removed when
     /// given; false when none is equal.
     bool Remove(T const& value, T* removed) override {
-        Bucket* bucket = this->mTable.Find(mHashFunc(value) % this->mHashSize);
-        if (bucket == nullptr)
+        unsigned long position = 0;
+        Bucket* bucket = Locate(value, mHashFunc(value), position);
+        if (bucket == nullptr || position == bucket->mCount)
             return false;
-        T* const* items = bucket->Items();
-        for (unsigned long i = 0, n = bucket->mCount; i < n; ++i) {
-            if (*items[i] == value) {
-                T* stored = items[i];
-                if (this->mTable.RemoveAt(bucket, i))
-                    this->mCacheDirty = 1;
-                --this->mItemCount;
-                if (removed != nullptr) {
-                    try {
-                        *removed = static_cast<T&&>(*stored);
-                    } catch (...) {
-                        delete stored;
-                        throw;
-                    }
-                }
-                delete stored;
-                return true;
+        Slot const held = bucket->Items()[position];
+        if (this->mTable.RemoveAt(bucket, position))
+            this->mCacheDirty = 1;
+        --this->mItemCount;
+        if (removed != nullptr) {
+            try {
+                *removed = static_cast<T&&>(*Store::Get(held));
+            } catch (...) {
+                Store::Destroy(held);
+                throw;
             }
         }
-        return false;
+        Store::Destroy(held);
+        return true;
     }
-    /// Calls fn on every stored value: ascending buckets, each front to back.
+    /// Calls fn on every stored value: ascending buckets, each front to back; then records
+    /// the value's hash anew.
     void Apply(void (*fn)(T&)) override {
+        HashFunc const hashFunc = mHashFunc;
         for (unsigned long number : this->GetSortedBuckets()) {
+            // The bucket is looked up again after each call, in case fn changed the collection.
             for (unsigned long i = 0;; ++i) {
                 Bucket* bucket = this->mTable.Find(number);
                 if (bucket == nullptr || i >= bucket->mCount)
                     break;
-                fn(*bucket->Items()[i]);
+                fn(*Store::Get(bucket->Items()[i]));
+                this->Rehash(number, i,
+                             [hashFunc](Slot const& slot) { return hashFunc(*Store::Get(slot)); });
             }
         }
     }
@@ -676,38 +578,36 @@ public:
     void CopyEntry(unsigned long const& hashValue, ValHashEntry<T>& entry) const {
         Bucket const* bucket = this->mTable.Find(hashValue);
         for (unsigned long i = 0; bucket != nullptr && i < bucket->mCount; ++i)
-            entry.Append(*bucket->Items()[i]);
+            entry.Append(*Store::Get(bucket->Items()[i]));
     }
 
 protected:
-    typedef typename HashCollection<T>::Index Index;
+    typedef typename HashCollection<T>::Slot Slot;
     typedef typename HashCollection<T>::Bucket Bucket;
+    typedef hashtable::ValueStore<T> Store;
 
+    /// The bucket of value (whose hash is hash) and the position of the first stored value
+    /// equal to it (the count when none is); null when the bucket holds nothing.
+    Bucket* Locate(T const& value, unsigned long const& hash, unsigned long& position) const {
+        return HashCollection<T>::Locate(
+            hash, position, [&value](Slot const& slot) { return *Store::Get(slot) == value; });
+    }
     /// The first stored value of its bucket equal to value, or null.
     T* FindStored(T const& value) const {
-        Bucket const* bucket = this->mTable.Find(mHashFunc(value) % this->mHashSize);
-        if (bucket == nullptr)
+        unsigned long position = 0;
+        Bucket* bucket = Locate(value, mHashFunc(value), position);
+        if (bucket == nullptr || position == bucket->mCount)
             return nullptr;
-        T* const* items = bucket->Items();
-        for (unsigned long i = 0, n = bucket->mCount; i < n; ++i)
-            if (*items[i] == value)
-                return items[i];
-        return nullptr;
+        return Store::Get(bucket->Items()[position]);
     }
-    /// Appends a heap copy of value to bucket (number, null when it has no item yet).
-    void StoreCopy(Bucket* bucket, unsigned long const& number, T const& value) {
-        T* copy;
+    /// Appends a copy of value, whose hash is hash, to bucket, its bucket (null when that
+    /// has no item yet).
+    void StoreCopy(Bucket* bucket, unsigned long const& hash, T const& value) {
+        Slot const copy = Store::Make(value);
         try {
-            copy = new T(value);
-        } catch (std::bad_alloc const& e) {
-            LSTD_THROW(NotEnoughMemoryException, e.what());
-        }
-        try {
-            if (bucket == nullptr)
-                bucket = this->NewBucket(number);
-            Index::Append(*bucket, copy);
+            this->AppendRecord(bucket, hash, copy);
         } catch (...) {
-            delete copy;
+            Store::Destroy(copy);
             throw;
         }
     }
@@ -716,7 +616,11 @@ protected:
 
 private:
     void DestroyValues() {
-        this->ClearItems([](T* value) { delete value; });
+        if (hashtable::InPlace<T>::value)
+            this->ResetAll();  // nothing to destroy, nothing to order
+        else
+            this->ClearItems([](Slot const& slot) { Store::Destroy(slot); },
+                             !hashtable::QuietDestructor<T>::value);
     }
 };
 
@@ -737,9 +641,11 @@ public:
     void Append(T* item) override {
         if (item == nullptr)
             return;
-        unsigned long const hash = this->mHashFunc(item);
-        if (this->FindHashed(hash, [item](T const& stored) { return stored == *item; }) == nullptr)
-            this->AppendHashed(item, hash);
+        typename PtrHashCollection<T>::Spot spot;
+        if (this->FindHashed(
+                this->mHashFunc(item), [item](T const& stored) { return stored == *item; },
+                &spot) == nullptr)
+            this->AppendAt(spot, item);
     }
 };
 
@@ -759,17 +665,14 @@ public:
     /// Deliberate: a duplicate is not a failure; it changes nothing and is reported like a
     /// successful append.
     unsigned char Append(T const& value) override {
-        unsigned long const number = this->mHashFunc(value) % this->mHashSize;
-        Bucket* bucket = this->mTable.Find(number);
-        if (bucket != nullptr) {
-            T* const* items = bucket->Items();
-            for (unsigned long i = 0, n = bucket->mCount; i < n; ++i)
-                if (*items[i] == value)
-                    return 1;
-        }
+        unsigned long const hash = this->mHashFunc(value);
+        unsigned long position = 0;
+        Bucket* bucket = this->Locate(value, hash, position);
+        if (bucket != nullptr && position < bucket->mCount)
+            return 1;
         this->mCacheDirty = 1;
         ++this->mItemCount;
-        this->StoreCopy(bucket, number, value);
+        this->StoreCopy(bucket, hash, value);
         return 1;
     }
 
@@ -850,24 +753,27 @@ public:
     unsigned long GetCurHashValue() const { return mCurHashValue; }
 
 protected:
-    typedef typename hashtable::BucketIndex<T>::Bucket Bucket;
+    typedef typename HashCollection<T>::Slot Slot;
+    typedef typename HashCollection<T>::Bucket Bucket;
 
     /// The bound collection's bucket hashValue, or null.
     Bucket const* FindBucket(unsigned long const& hashValue) const {
         return mHashCollection != nullptr ? mHashCollection->mTable.Find(hashValue) : nullptr;
     }
+    /// The number of items in the bound collection's bucket hashValue.
+    unsigned long CountAt(unsigned long const& hashValue) const {
+        Bucket const* bucket = FindBucket(hashValue);
+        return bucket != nullptr ? bucket->mCount : 0;
+    }
     /// One step of the derived iterators within the current bucket: entry and position are
-    /// their place, item receives the next item (null at the end). A place that does not
+    /// their place; returns the next item's slot, or null at the end. A place that does not
     /// belong to the current bucket of the bound collection counts as exhausted.
-    bool StepInEntry(Bucket const*& entry, unsigned long& position, T*& item) const {
+    Slot const* StepInEntry(Bucket const*& entry, unsigned long& position) const {
         if (entry == nullptr || mHashCollection == nullptr ||
-            !mHashCollection->mTable.Holds(entry) || entry->mNumber != mCurHashValue ||
-            position >= entry->mCount) {
-            item = nullptr;
-            return false;
-        }
-        item = entry->Items()[position++];
-        return true;
+            !mHashCollection->mTable.Holds(entry) ||
+            mHashCollection->mTable.NumberOf(entry) != mCurHashValue || position >= entry->mCount)
+            return nullptr;
+        return &entry->Items()[position++];
     }
 
     HashCollection<T> const* mHashCollection;
@@ -898,11 +804,13 @@ public:
         return true;
     }
     unsigned long GetItemNumberAt(unsigned long const& hashValue) const override {
-        Bucket const* bucket = this->FindBucket(hashValue);
-        return bucket != nullptr ? bucket->mCount : 0;
+        return this->CountAt(hashValue);
     }
     bool GetNextForCurEntry() override {
-        return this->StepInEntry(mEntry, mEntryPosition, mCurItem);
+        typename HashCollectionIterator<T>::Slot const* slot =
+            this->StepInEntry(mEntry, mEntryPosition);
+        mCurItem = slot != nullptr ? slot->mPointer : nullptr;
+        return slot != nullptr;
     }
     /// Binds collection (see HashCollectionIterator::Init).
     virtual void Init(PtrHashCollection<T> const& collection) {
@@ -948,11 +856,13 @@ public:
         return true;
     }
     unsigned long GetItemNumberAt(unsigned long const& hashValue) const override {
-        Bucket const* bucket = this->FindBucket(hashValue);
-        return bucket != nullptr ? bucket->mCount : 0;
+        return this->CountAt(hashValue);
     }
     bool GetNextForCurEntry() override {
-        return this->StepInEntry(mEntry, mEntryPosition, mCurValue);
+        typename HashCollectionIterator<T>::Slot const* slot =
+            this->StepInEntry(mEntry, mEntryPosition);
+        mCurValue = slot != nullptr ? hashtable::ValueStore<T>::Get(*slot) : nullptr;
+        return slot != nullptr;
     }
     /// Binds collection (see HashCollectionIterator::Init).
     virtual void Init(ValHashCollection<T> const& collection) {

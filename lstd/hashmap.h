@@ -8,9 +8,102 @@
 #ifndef LSTD_HASHMAP_H
 #define LSTD_HASHMAP_H
 
+#include <lstd/exception.h>
+
+#include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <new>
 
 namespace lstd {
+namespace hashtable {
+
+/// Storage for the entries of one map: blocks of places, each block twice the one before (4
+/// places first, 512 at most), and a list of the places of removed entries, reused first.
+/// The pool never constructs or destroys an entry; ReleaseAll returns every block at once.
+template <typename E>
+class EntryPool {
+public:
+    EntryPool() : mBlocks(nullptr), mFree(nullptr), mNext(nullptr), mEnd(nullptr), mBlockPlaces(0) {
+        static_assert(alignof(E) <= alignof(std::max_align_t), "blocks come from malloc");
+    }
+    EntryPool(EntryPool const&) = delete;
+    EntryPool& operator=(EntryPool const&) = delete;
+    ~EntryPool() { ReleaseAll(); }
+
+    /// A place for one entry. Throws NotEnoughMemoryException.
+    void* Take() {
+        if (mFree != nullptr) {
+            Place* place = mFree;
+            mFree = place->mNext;
+            return place;
+        }
+        if (mNext == mEnd)
+            Grow();
+        return mNext++;
+    }
+    /// Takes back a place whose entry was destroyed.
+    void Give(void* place) {
+        Place* p = static_cast<Place*>(place);
+        p->mNext = mFree;
+        mFree = p;
+    }
+    /// Whether every place taken is still in use (none was given back since the last
+    /// ReleaseAll): then ForEachTaken reaches exactly the live entries.
+    bool AllInUse() const { return mFree == nullptr; }
+    /// Calls fn(place) on every place taken, block by block in memory order; meaningful
+    /// only while AllInUse().
+    template <typename F>
+    void ForEachTaken(F const& fn) const {
+        for (Block* block = mBlocks; block != nullptr; block = block->mNext) {
+            Place* const first = reinterpret_cast<Place*>(block + 1);
+            Place* const end = block == mBlocks ? mNext : first + block->mPlaces;
+            for (Place* place = first; place != end; ++place)
+                fn(static_cast<void*>(place));
+        }
+    }
+    /// Frees every block; the entries in them must be destroyed already.
+    void ReleaseAll() {
+        while (mBlocks != nullptr) {
+            Block* block = mBlocks;
+            mBlocks = block->mNext;
+            std::free(block);
+        }
+        mFree = mNext = mEnd = nullptr;
+        mBlockPlaces = 0;
+    }
+
+private:
+    union Place {
+        Place* mNext;
+        alignas(E) unsigned char mBytes[sizeof(E)];
+    };
+    struct alignas(std::max_align_t) Block {  // the places that follow suit any entry
+        Block* mNext;
+        unsigned long mPlaces;
+    };
+
+    void Grow() {
+        unsigned long const places =
+            mBlockPlaces == 0 ? 4 : (mBlockPlaces < 512 ? mBlockPlaces * 2 : 512);
+        Block* block = static_cast<Block*>(std::malloc(sizeof(Block) + places * sizeof(Place)));
+        if (block == nullptr)
+            LSTD_THROW(NotEnoughMemoryException, std::bad_alloc().what());
+        block->mNext = mBlocks;
+        block->mPlaces = places;
+        mBlocks = block;
+        mNext = reinterpret_cast<Place*>(block + 1);
+        mEnd = mNext + places;
+        mBlockPlaces = places;
+    }
+
+    Block* mBlocks;
+    Place* mFree;
+    Place* mNext;  // the next never used place of the newest block
+    Place* mEnd;
+    unsigned long mBlockPlaces;
+};
+}  // namespace hashtable
 
 /// Root of the hash maps.
 template <typename K, typename V>

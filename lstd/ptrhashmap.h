@@ -38,9 +38,9 @@ public:
     /// nor deleted (the caller keeps both). Throws NotEnoughMemoryException.
     void Append(K* key, V* value) {
         Entry const probe(key, nullptr, mKeyHashFunc);
-        unsigned long const hash = mKeyHashFunc(key);
-        Entry* entry =
-            mSet.FindHashed(hash, [&probe](Entry const& stored) { return stored == probe; });
+        typename PtrHashSet<Entry>::Spot spot;
+        Entry* entry = mSet.FindHashed(
+            mKeyHashFunc(key), [&probe](Entry const& stored) { return stored == probe; }, &spot);
         if (entry != nullptr) {
             entry->mValue = value;
             return;
@@ -51,7 +51,7 @@ public:
             LSTD_THROW(NotEnoughMemoryException, e.what());
         }
         try {
-            mSet.AppendHashed(entry, hash);
+            mSet.AppendAt(spot, entry);
         } catch (...) {
             delete entry;
             throw;

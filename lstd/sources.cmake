@@ -33,6 +33,7 @@ list(APPEND LKIT_PUBLIC_HEADERS
     lstd/signal.h
     lstd/system.h
     lstd/console.h
+    lstd/hashindex.h
     lstd/hashcollection.h
     lstd/hashmap.h
     lstd/ptrhashmap.h

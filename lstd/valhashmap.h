@@ -14,8 +14,9 @@ template <typename K, typename V>
 class ValHashMapIterator;
 
 /// A map from copies of K to copies of V: a PtrHashSet of ValHashMapEntry objects, which the
-/// map creates and deletes with the copies in them. Keys are compared with K's operator==,
-/// the stored key on the left.
+/// map creates and destroys with the copies in them. Keys are compared with K's operator==,
+/// the stored key on the left. The entries live in blocks of the map's own
+/// (hashtable::EntryPool), so that an entry costs no allocation of its own.
 ///
 /// Lookups (Append, Get, Find, Remove) hash the key once and search the set with a probe
 /// that references the key instead of an entry holding copies of key and value: no key or
@@ -32,27 +33,30 @@ public:
     explicit ValHashMap(KeyHashFunc keyHashFunc, unsigned long const& hashSize = 32767)
         : mSet(&Entry::Hash, hashSize), mKeyHashFunc(keyHashFunc) {}
     /// Deletes the entries and so the copies.
-    virtual ~ValHashMap() { mSet.Clear(1); }
+    virtual ~ValHashMap() { Clear(); }
 
     /// Maps a copy of key to a copy of value; when an equal key is present its value is
     /// assigned value and the key stays as stored. Throws NotEnoughMemoryException; the
     /// exceptions of K's and V's copying propagate.
     void Append(K const& key, V const& value) {
-        unsigned long const hash = mKeyHashFunc(key);
-        Entry* entry = Lookup(key, hash);
+        typename PtrHashSet<Entry>::Spot spot;
+        Entry* entry = mSet.FindHashed(
+            mKeyHashFunc(key), [&key](Entry const& stored) { return stored.mKey == key; }, &spot);
         if (entry != nullptr) {
             entry->mValue = value;
             return;
         }
+        void* const place = mPool.Take();
         try {
-            entry = new Entry(key, value, mKeyHashFunc);
-        } catch (std::bad_alloc const& e) {
-            LSTD_THROW(NotEnoughMemoryException, e.what());
+            entry = new (place) Entry(key, value, mKeyHashFunc);
+        } catch (...) {
+            mPool.Give(place);
+            throw;
         }
         try {
-            mSet.AppendHashed(entry, hash);
+            mSet.AppendAt(spot, entry);
         } catch (...) {
-            delete entry;
+            Destroy(entry);
             throw;
         }
     }
@@ -80,15 +84,28 @@ public:
             try {
                 *removed = static_cast<V&&>(entry->mValue);
             } catch (...) {
-                delete entry;
+                Destroy(entry);
                 throw;
             }
         }
-        delete entry;
+        Destroy(entry);
         return true;
     }
-    /// Deletes every entry.
-    void Clear() { mSet.Clear(1); }
+    /// Deletes every entry: ascending buckets, each in order of insertion, where the
+    /// destructors of K or V could tell the order; in the order of storage otherwise.
+    void Clear() {
+        bool const quiet =
+            hashtable::QuietDestructor<K>::value && hashtable::QuietDestructor<V>::value;
+        if (quiet && mPool.AllInUse()) {  // the entries in memory order: the fastest walk
+            mSet.Clear(0);
+            mPool.ForEachTaken([](void* place) { static_cast<Entry*>(place)->~Entry(); });
+        } else {
+            mSet.ClearItems(
+                [](typename PtrHashSet<Entry>::Slot const& slot) { slot.mPointer->~Entry(); },
+                !quiet);
+        }
+        mPool.ReleaseAll();
+    }
     bool IsEmpty() const override { return mSet.GetNumberOfEntry() == 0; }
     unsigned long Length() const override { return mSet.GetNumberOfEntry(); }
 
@@ -97,8 +114,14 @@ private:
         return mSet.FindHashed(hash, [&key](Entry const& stored) { return stored.mKey == key; });
     }
 
+    void Destroy(Entry* entry) {
+        entry->~Entry();
+        mPool.Give(entry);
+    }
+
     PtrHashSet<Entry> mSet;
     KeyHashFunc mKeyHashFunc;
+    hashtable::EntryPool<Entry> mPool;
 
     friend class ValHashMapIterator<K, V>;
 };

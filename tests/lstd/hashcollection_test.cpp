@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <lkit.h>
 
+#include <algorithm>
 #include <ostream>
+#include <random>
 #include <stdexcept>
 #include <vector>
 
@@ -257,4 +259,136 @@ TEST(HashCollection, CostFollowsItemsNotTableSize) {
     EXPECT_EQ(huge.GetNumberOfEntry(), 1000u);
     EXPECT_LE(huge.GetBucketSlotCount(), 4096u);
     EXPECT_EQ(Values(huge), want);
+}
+
+// The remainder that places an item is exact for every divisor and numerator.
+TEST(HashCollection, ModulusIsExact) {
+    std::mt19937_64 rng(1);
+    for (UL d : {1UL, 2UL, 3UL, 7UL, 32767UL, 1000003UL, (1UL << 63) + 1, ~0UL - 1, ~0UL}) {
+        lstd::hashtable::Modulus const m(d);
+        for (UL n : {0UL, 1UL, d - 1, d, d + 1, ~0UL, ~0UL - 1})
+            EXPECT_EQ(m.Of(n), n % d) << n << " % " << d;
+        for (int i = 0; i < 10000; ++i) {
+            UL const n = rng() >> (i % 64);
+            ASSERT_EQ(m.Of(n), n % d) << n << " % " << d;
+        }
+    }
+}
+
+// Random appends and removals, checked against a table of plain lists, through the growth of
+// the bucket index and its move to one array of every bucket: same walk, counts and finds.
+TEST(ValHashSet, AgreesWithPlainBucketsAtEverySize) {
+    for (UL size : {1UL, 7UL, 64UL, 1000UL, 32767UL}) {
+        SCOPED_TRACE(size);
+        std::mt19937_64 rng(size);
+        lstd::ValHashSet<UL> set(Hash, size);
+        std::vector<std::vector<UL>> model(size);
+        std::size_t count = 0;
+        for (int step = 0; step < 40000; ++step) {
+            UL const v = rng() % (4 * size + 50);
+            std::vector<UL>& bucket = model[v % size];
+            std::vector<UL>::iterator const at = std::find(bucket.begin(), bucket.end(), v);
+            if (rng() % 3 != 0) {
+                set.Append(v);
+                if (at == bucket.end())
+                    bucket.push_back(v), ++count;
+            } else {
+                EXPECT_EQ(set.Remove(v, nullptr), at != bucket.end());
+                if (at != bucket.end())
+                    bucket.erase(at), --count;
+            }
+            if (step % 4999 == 0) {
+                std::vector<UL> want;
+                for (std::vector<UL> const& b : model)
+                    want.insert(want.end(), b.begin(), b.end());
+                ASSERT_EQ(Values(set), want);
+            }
+        }
+        EXPECT_EQ(set.GetNumberOfEntry(), count);
+        for (UL v = 0; v < 4 * size + 50; ++v) {
+            std::vector<UL> const& bucket = model[v % size];
+            ASSERT_EQ(set.Find(v, nullptr),
+                      std::find(bucket.begin(), bucket.end(), v) != bucket.end());
+        }
+    }
+}
+
+// Hashes that share their bucket and the digest kept beside each item still tell items apart
+// by operator==; items whose hash differs are never compared.
+int compares = 0;
+TEST(PtrHashCollection, EqualDigestsFallBackToEquality) {
+    struct Key {
+        bool operator==(Key const& o) const { return ++compares, hash == o.hash && tag == o.tag; }
+        UL hash;
+        int tag;
+    };
+    lstd::PtrHashCollection<Key> coll([](Key const* k) { return k->hash; }, 5);
+    std::vector<UL> same;  // hashes of bucket 1 whose digests equal that of 1
+    for (UL h = 1; same.size() < 3; h += 5 << 20)
+        if (lstd::hashtable::Digest(h) == lstd::hashtable::Digest(1))
+            same.push_back(h);
+    Key a{same[0], 1}, b{same[1], 2}, c{same[2], 3}, d{same[0], 4};
+    for (Key* k : {&a, &b, &c})
+        coll.Append(k);
+    Key probe{c.hash, 3};
+    compares = 0;
+    EXPECT_EQ(coll.Find(&probe), &c);
+    EXPECT_EQ(compares, 3);  // the same digest everywhere: each item is asked
+    Key other{6, 0};         // bucket 1 as well, another digest
+    compares = 0;
+    EXPECT_EQ(coll.Find(&other), nullptr);
+    EXPECT_EQ(compares, 0);
+    EXPECT_EQ(coll.Find(&d), nullptr);  // equal hash and digest, unequal item
+    EXPECT_EQ(coll.Remove(&a), &a);
+    EXPECT_EQ(coll.Remove(&b), &b);
+    EXPECT_EQ(coll.Find(&probe), &c);  // back to one item kept in the bucket itself
+}
+
+// Apply may change values in place: each keeps its bucket, and its hash is taken anew, so a
+// lookup finds it exactly where its new hash leads to that bucket.
+TEST(ValHashCollection, ApplyTakesHashesAnew) {
+    lstd::ValHashCollection<UL> coll(Hash, 10);
+    for (UL v : {1, 2, 11})
+        coll.Append(v);
+    coll.Apply([](UL& v) { v += 20; });  // 21, 22, 31: buckets 1, 2, 1 as before
+    EXPECT_EQ(Values(coll), (std::vector<UL>{21, 31, 22}));
+    for (UL v : {21, 22, 31})
+        EXPECT_TRUE(coll.Find(v, nullptr)) << v;
+    EXPECT_FALSE(coll.Find(1, nullptr));
+}
+
+// A table whose buckets nearly all hold items keeps them in one array of the table size; the
+// walk, the ascending deletion by Clear(1) and the base Clear() behave as with few items.
+TEST(PtrHashCollection, FullTableKeepsEveryContract) {
+    std::vector<Item> items;
+    for (int k = 0; k < 300; ++k)
+        items.push_back(Item{(k * 37) % 100, k});
+    PtrColl coll(HashItem, 100);
+    for (Item& i : items)
+        coll.Append(&i);
+    EXPECT_EQ(coll.GetBucketSlotCount(), 100u);
+    std::vector<int> tags = Tags(coll), want;
+    for (int b = 0; b < 100; ++b)
+        for (Item const& i : items)
+            if (i.key == b)
+                want.push_back(i.tag);
+    EXPECT_EQ(tags, want);
+    static_cast<lstd::HashCollection<Item>&>(coll).Clear();
+    EXPECT_EQ(Tags(coll).size(), 3u);  // only the last bucket, until the next change
+    Item zero{0, 0};
+    for (int i = 0; i < 3; ++i)
+        EXPECT_NE(coll.Remove(&zero), nullptr);  // bucket 0 empties: the walk is repaired
+    EXPECT_EQ(Tags(coll).size(), 297u);
+    PtrColl heap(HashItem, 50);
+    for (int k = 0; k < 120; ++k)
+        heap.Append(new Item{(k * 7) % 50, k});
+    Item::deleted.clear();
+    heap.Clear(1);
+    std::vector<int> order;
+    for (int b = 0; b < 50; ++b)
+        for (int k = 0; k < 120; ++k)
+            if ((k * 7) % 50 == b)
+                order.push_back(k);
+    EXPECT_EQ(Item::deleted, order);
+    EXPECT_EQ(heap.GetBucketSlotCount(), 0u);
 }
