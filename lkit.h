@@ -76,5 +76,6 @@
 #include <lmth/graphbsflistener.h>
 #include <lmth/graphislandbsflistener.h>
 #include <lmth/graphbsfexecutor.h>
+#include <lmth/graphwriter.h>
 
 #endif // LKIT_H

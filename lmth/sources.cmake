@@ -7,6 +7,7 @@ list(APPEND LKIT_PUBLIC_HEADERS
     lmth/graphbsflistener.h
     lmth/graphislandbsflistener.h
     lmth/graphbsfexecutor.h
+    lmth/graphwriter.h
 )
 list(APPEND LKIT_SOURCES
     lmth/graph.cpp
@@ -15,4 +16,5 @@ list(APPEND LKIT_SOURCES
     lmth/graphbsflistener.cpp
     lmth/graphislandbsflistener.cpp
     lmth/graphbsfexecutor.cpp
+    lmth/graphwriter.cpp
 )

@@ -2,6 +2,7 @@
 #include <expect_throw.h>
 #include <lkit.h>
 
+#include <string>
 #include <type_traits>
 #include <vector>
 
@@ -31,7 +32,14 @@ std::vector<Vertices> Edges(G const& graph) {
 template <class G>
 struct BothGraphs : ::testing::Test {};
 using GraphKinds = ::testing::Types<AdjacentListGraph, MatrixGraph>;
-TYPED_TEST_SUITE(BothGraphs, GraphKinds);
+// Names the typed cases after the graph kind.
+struct KindName {
+    template <class G>
+    static std::string GetName(int) {
+        return std::is_same<G, MatrixGraph>::value ? "Matrix" : "Lists";
+    }
+};
+TYPED_TEST_SUITE(BothGraphs, GraphKinds, KindName);
 
 TYPED_TEST(BothGraphs, DirectedEdgesDuplicatesAndClear) {
     TypeParam graph(70);  // more than one 64-bit word per matrix row

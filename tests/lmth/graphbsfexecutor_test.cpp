@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <deque>
 #include <random>
+#include <string>
+#include <type_traits>
 #include <vector>
 
 namespace {
@@ -31,7 +33,14 @@ Vertices Walk(G const& graph, unsigned long start) {
 template <class G>
 struct TraversalOnBoth : ::testing::Test {};
 using GraphKinds = ::testing::Types<AdjacentListGraph, MatrixGraph>;
-TYPED_TEST_SUITE(TraversalOnBoth, GraphKinds);
+// Names the typed cases after the graph kind.
+struct KindName {
+    template <class G>
+    static std::string GetName(int) {
+        return std::is_same<G, MatrixGraph>::value ? "Matrix" : "Lists";
+    }
+};
+TYPED_TEST_SUITE(TraversalOnBoth, GraphKinds, KindName);
 
 TYPED_TEST(TraversalOnBoth, LevelByLevelParentsInOrderSuccessorsAscending) {
     TypeParam graph(9);
