@@ -78,4 +78,7 @@
 #include <lmth/graphbsfexecutor.h>
 #include <lmth/graphwriter.h>
 
+#include <llog/logconfig.h>
+#include <llog/logger.h>
+
 #endif // LKIT_H
