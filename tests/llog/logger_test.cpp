@@ -31,131 +31,83 @@ struct LoggerTest : ::testing::Test {
         Logger::Terminate();
         lstd::System::HandleExitEvent();
     }
-    // What the standard output receives while f runs.
-    template <class F>
-    static std::string Stdout(F const& f) {
-        std::fflush(stdout);
-        testing::internal::CaptureStdout();
-        f();
-        std::fflush(stdout);
-        return testing::internal::GetCapturedStdout();
-    }
     TempDir dir;
     std::string saved;
 };
 
-TEST_F(LoggerTest, RecordFormatsWithoutLineEnds) {
-    {
-        Logger const log("records.log");
-        log.Error("disk full\n", 5);
-        log.Warning("low", 0);
-        log.Info(" ok ", 42);
-        log.Info(7, "%s-%d", "x", 3);
-        log.Error(8, "%s", "");
-        log.Warning(9, "%05.1f|", 2.5);
-        log.Debug("%d%% done;", 50);
-        log.Print("[Info: %d] %s", 1, "as it stands");
-        log.Info("wide", 0x100000005ULL);          // cut to 32 bits: 5
-        log.Error(0xFFFFFFFFULL, "%s", "minus");  // and signed: -1
-    }
-    Logger::Terminate();
-    EXPECT_EQ(ReadFile(dir.file("records.log")),
-              "[Error: 5] disk full\n[Warn: 0] low[Info: 42]  ok [Info: 7] x-3[Error: 8] "
-              "[Warn: 9] 002.5|50% done;[Info: 1] as it stands[Info: 5] wide[Error: -1] minus");
-}
-
-TEST_F(LoggerTest, AppendsToAnExistingLog) {
-    std::FILE* old = std::fopen(dir.file("log.txt").c_str(), "w");
+TEST_F(LoggerTest, RecordsAreAppendedAsFormattedWithoutLineEnds) {
+    std::FILE* old = std::fopen(dir.file("records.log").c_str(), "w");
     std::fputs("old\n", old);
     std::fclose(old);
-    Logger("").Info("new", 1);
+    Logger const log("records.log");
+    log.Error("disk full\n", 5);
+    log.Warning("low", 0);
+    log.Info(" ok ", 42);
+    log.Info(7, "%s-%d", "x", 3);
+    log.Warning(9, "%05.1f|", 2.5);
+    log.Debug("%d%% done;", 50);
+    log.Print("[Info: %d] %s", 1, "as it stands");
+    log.Info("wide", 0x100000005ULL);          // cut to 32 bits: 5
+    log.Error(0xFFFFFFFFULL, "%s", "minus");  // and signed: -1
     Logger::Terminate();
-    EXPECT_EQ(ReadFile(dir.file("log.txt")), "old\n[Info: 1] new");
+    EXPECT_EQ(ReadFile(dir.file("records.log")),
+              "old\n[Error: 5] disk full\n[Warn: 0] low[Info: 42]  ok [Info: 7] x-3[Warn: 9] "
+              "002.5|50% done;[Info: 1] as it stands[Info: 5] wide[Error: -1] minus");
 }
 
-// The joined path is also the table key: a file fetched by that exact text is the Logger's.
-TEST_F(LoggerTest, EmptyNameIsLogTxtJoinedWithTwoSlashes) {
-    Logger const log("");
-    log.Info("a", 1);
-    liop::File* shared = Logger::GetOrOpenFile(liop::Directory::GetCurDir() + "//log.txt");
-    shared->FPrint("|between|");
-    log.Info("b", 2);
-    EXPECT_EQ(Logger::GetOrOpenFile(liop::Directory::GetCurDir() + "//" + "log.txt"), shared);
-    Logger::Terminate();
-    EXPECT_EQ(ReadFile(dir.file("log.txt")), "[Info: 1] a|between|[Info: 2] b");
-}
-
-TEST_F(LoggerTest, OutputDirectoryAppliesToLoggersMadeAfterIt) {
+// The joined path is also the table key: only the exact text finds a Logger's file.
+TEST_F(LoggerTest, PathsAreJoinedWithTwoSlashesAndFilesShared) {
     TempDir other;
+    LogConfig::DestroyGlobalConfig();  // none: nothing happens
+    Logger const unnamed("");
     Logger const before("a.log");
-    LogConfig::SetOutputDir(other.path().c_str());
+    LogConfig::SetOutputDir("first");
+    LogConfig* config = LogConfig::GetGlobalConfig();
+    LogConfig::SetOutputDir(other.path().c_str());  // only for Loggers made after it
+    EXPECT_EQ(LogConfig::GetGlobalConfig(), config);
     Logger const after("a.log");
-    Logger const absolute(dir.file("abs.log").c_str());
-    EXPECT_EQ(Logger::GetOrOpenFile((other.path() + "//a.log").c_str()),
-              Logger::GetOrOpenFile((other.path() + "//" + "a.log").c_str()));
-    before.Info("here", 1);
-    after.Info("there", 2);
-    absolute.Info("abs", 3);
+    Logger const again("a.log");
+    Logger const absolute(dir.file("b.log").c_str());
+    liop::File* shared = Logger::GetOrOpenFile(liop::Directory::GetCurDir() + "//log.txt");
+    unnamed.Info("1", 1);
+    shared->FPrint("|2|");
+    unnamed.Info("3", 3);
+    after.Info("4", 4);
+    again.Warning("5", 5);
+    after.Print("6");
+    before.Error("7", 7);
+    absolute.Error("8", 8);
+    EXPECT_NE(Logger::GetOrOpenFile(dir.file("a.log").c_str()),  // another spelling
+              Logger::GetOrOpenFile(liop::Directory::GetCurDir() + "//a.log"));
     Logger::Terminate();
+    Logger::Terminate();                                // harmless
     EXPECT_EQ(LogConfig::GetGlobalConfig(), nullptr);  // Terminate releases it too
-    EXPECT_EQ(ReadFile(dir.file("a.log")), "[Info: 1] here");
-    EXPECT_EQ(ReadFile(other.file("a.log")), "[Info: 2] there");
-    EXPECT_EQ(ReadFile(dir.file("abs.log")), "[Info: 3] abs");
-}
-
-TEST_F(LoggerTest, LoggersOfOnePathInterleaveInCallOrder) {
-    Logger const first("shared.log");
-    Logger const second(dir.file("shared.log").c_str());  // another spelling: another file
-    Logger const third("shared.log");
-    first.Info("1", 1);
-    third.Warning("2", 2);
-    first.Error("3", 3);
-    third.Print("4");
-    Logger::Terminate();
-    EXPECT_EQ(ReadFile(dir.file("shared.log")), "[Info: 1] 1[Warn: 2] 2[Error: 3] 34");
+    EXPECT_EQ(ReadFile(dir.file("log.txt")), "[Info: 1] 1|2|[Info: 3] 3");
+    EXPECT_EQ(ReadFile(other.file("a.log")), "[Info: 4] 4[Warn: 5] 56");
+    EXPECT_EQ(ReadFile(dir.file("a.log")), "[Error: 7] 7");
+    EXPECT_EQ(ReadFile(dir.file("b.log")), "[Error: 8] 8");
 }
 
 TEST_F(LoggerTest, UnopenableFileFallsBackToStandardOutput) {
-    std::string const path = dir.path() + "/missing//x.log";
     LogConfig::SetOutputDir((dir.path() + "/missing").c_str());
-    std::string const out = Stdout([] {
+    std::fflush(stdout);
+    testing::internal::CaptureStdout();
+    {
         Logger const log("x.log");
         Logger const again("x.log");  // the same unopened file: no second error
         log.Error("e\n", 0x1FFFFFFFFULL);
         again.Warning(2, "%s|", "w");
         log.Info("i", 3);
         log.Debug("%d", 4);
-    });
-    EXPECT_EQ(out, "Cannot open file '" + path + "'.[Error: -1] e\n[Warn: 2] w|[Info: 3] i4");
-}
-
-TEST_F(LoggerTest, GlobalConfigurationLifecycle) {
-    LogConfig::DestroyGlobalConfig();  // none: nothing happens
-    EXPECT_EQ(LogConfig::GetGlobalConfig(), nullptr);
-    LogConfig::SetOutputDir("first");
-    LogConfig* config = LogConfig::GetGlobalConfig();
-    ASSERT_NE(config, nullptr);
-    LogConfig::SetOutputDir("second");
-    EXPECT_EQ(LogConfig::GetGlobalConfig(), config);
-    EXPECT_EQ(config->GetOutputDir(), "second");
-    LogConfig::DestroyGlobalConfig();
-    EXPECT_EQ(LogConfig::GetGlobalConfig(), nullptr);
-    EXPECT_EQ(LogConfig("own").GetOutputDir(), "own");
-}
-
-TEST_F(LoggerTest, InitRegistersTerminateOnceAndTerminateMayRunTwice) {
-    EXPECT_FALSE(lstd::System::ExistsExitHandler(Logger::Terminate));
-    Logger::Init();
-    EXPECT_TRUE(lstd::System::ExistsExitHandler(Logger::Terminate));
-    Logger::Terminate();
-    Logger::Terminate();
-    Logger("again.log").Info("x", 1);  // a new table after Terminate
-    Logger::Terminate();
-    EXPECT_EQ(ReadFile(dir.file("again.log")), "[Info: 1] x");
+    }
+    std::fflush(stdout);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "Cannot open file '" + dir.path() + "/missing//x.log'.[Error: -1] e\n[Warn: 2] w|"
+              "[Info: 3] i4");
 }
 
 // The records stay in the stream's buffer until the file is closed; the child ends with
-// _exit, which flushes nothing, so only the exit handlers can have put them on the disk.
+// _Exit, which flushes nothing, so only the exit handlers can have put them on the disk.
 TEST_F(LoggerTest, ExitHandlersCloseTheFilesWhenSystemIsDestroyed) {
     std::string const path = dir.file("exit.log");
     std::fflush(nullptr);
@@ -168,17 +120,13 @@ TEST_F(LoggerTest, ExitHandlersCloseTheFilesWhenSystemIsDestroyed) {
             Logger const log(path.c_str());
             for (int i = 0; i < 3; ++i)
                 log.Info(i, "record %d\n", i);
-            if (!lstd::System::ExistsExitHandler(Logger::Terminate))
-                status = 2;
+            status = lstd::System::ExistsExitHandler(Logger::Terminate) ? 0 : 2;
         }
-        if (lstd::System::ExistsExitHandler(Logger::Terminate))  // it ran, and only once
-            status = 3;
-        std::_Exit(status);
+        std::_Exit(lstd::System::ExistsExitHandler(Logger::Terminate) ? 3 : status);
     }
     int status = 0;
     ASSERT_EQ(::waitpid(child, &status, 0), child);
-    ASSERT_TRUE(WIFEXITED(status));
-    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
     EXPECT_EQ(ReadFile(path), "[Info: 0] record 0\n[Info: 1] record 1\n[Info: 2] record 2\n");
 }
 }  // namespace
