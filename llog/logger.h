@@ -37,9 +37,10 @@ public:
     /// Closes and deletes every log file, deletes the table and the global configuration.
     /// Loggers that still exist must not be used afterwards.
     static void Terminate();
-    /// The shared file of path, opened for appending (text) on first use. A file that
-    /// cannot be opened is no error for the caller: the open error is printed to the
-    /// standard output and the unopened file returned. Throws lstd::NotEnoughMemoryException.
+    /// The shared file of path, opened for appending (text) on first use; the table is made
+    /// first (Init) when none exists. A file that cannot be opened is no error for the
+    /// caller: the open error is printed to the standard output and the unopened file
+    /// returned, to later Loggers of path too. Throws lstd::NotEnoughMemoryException.
     static liop::File* GetOrOpenFile(lstd::String const& path);
 
     /// Writes "[Error: %d] %s" with code (cut to a 32-bit int) and message.
