@@ -80,4 +80,15 @@
 #include <lxml/xmlcreator.h>
 #include <lxml/xmlfile.h>
 
+#include <lmth/graph.h>
+#include <lmth/adjacentlistgraph.h>
+#include <lmth/matrixgraph.h>
+#include <lmth/graphbsflistener.h>
+#include <lmth/graphislandbsflistener.h>
+#include <lmth/graphbsfexecutor.h>
+#include <lmth/graphwriter.h>
+
+#include <llog/logconfig.h>
+#include <llog/logger.h>
+
 #endif // LKIT_H

@@ -257,7 +257,8 @@ void CheckEnclosure(std::string const& text, std::string const& open, std::strin
 }
 
 // ReplaceAtPositions: the positions of the unchanged text, applied in order with a running
-// shift; false where the library refuses a move that would leave the text.
+// shift; false where the library refuses because a byte it would read or write lies outside
+// the text (a match that the shift moved below 0 with nothing behind it touches nothing).
 bool ApplyPositions(std::string& s, std::string const& find, std::string const& with,
                     std::vector<std::size_t> const& positions) {
     long long const fl = static_cast<long long>(find.size());
@@ -268,16 +269,17 @@ bool ApplyPositions(std::string& s, std::string const& find, std::string const& 
     if (d < 0)
         s.resize(static_cast<std::size_t>(std::max(0LL, before - d * c)), ' ');
     long long const size = static_cast<long long>(s.size());
+    auto const inside = [size](long long from, long long n) {
+        return n <= 0 || (from >= 0 && from + n <= size);
+    };
     long long shift = 0;
     long long logical = before;
     for (std::size_t q : positions) {
         long long const p = static_cast<long long>(q) + shift;
-        if (p < 0 || p + fl > size || p + wl > size)
-            return false;
         if (d != 0) {
             long long const tail = logical - p - fl;
             if (tail > 0) {
-                if (p + wl + tail > size)
+                if (!inside(p + fl, tail) || !inside(p + wl, tail))
                     return false;
                 std::memmove(&s[static_cast<std::size_t>(p + wl)],
                              &s[static_cast<std::size_t>(p + fl)], static_cast<std::size_t>(tail));
@@ -285,6 +287,8 @@ bool ApplyPositions(std::string& s, std::string const& find, std::string const& 
             logical -= d;
             shift -= d;
         }
+        if (!inside(p, wl))
+            return false;
         if (wl > 0)
             std::memcpy(&s[static_cast<std::size_t>(p)], with.data(), with.size());
     }

@@ -1,0 +1,39 @@
+// lmth/adjacentlistgraph.cpp - a directed graph kept as one sorted successor list per vertex.
+#include <lmth/adjacentlistgraph.h>
+
+#include <lstd/exception.h>
+#include <lstd/string.h>
+
+namespace lmth {
+
+AdjacentListGraph::AdjacentListGraph(unsigned long const& vertexNumber)
+    : mAdjacency(vertexNumber), mVertexNumber(vertexNumber) {}
+
+AdjacentListGraph::~AdjacentListGraph() {}
+
+int AdjacentListGraph::GetStructureType() const { return 1; }
+
+bool AdjacentListGraph::HasEdge(unsigned long const& from, unsigned long const& to) const {
+    return mAdjacency[from].Find(to, nullptr);
+}
+
+void AdjacentListGraph::Clear() {
+    for (unsigned long v = 0; v < mVertexNumber; ++v)
+        mAdjacency[v].Clear();
+}
+
+unsigned long const& AdjacentListGraph::GetVertexNumber() const { return mVertexNumber; }
+
+void AdjacentListGraph::AddEdge(unsigned long const& from, unsigned long const& to) {
+    if (to >= mVertexNumber || from >= mVertexNumber)
+        LSTD_THROWF(lstd::InvalidIndexException,
+                    "The vertex is invalid. (Input: %d, %d; Vertex number: %d)",
+                    static_cast<int>(from), static_cast<int>(to), static_cast<int>(mVertexNumber));
+    mAdjacency[from].Append(to);
+}
+
+lstd::ValSortList<unsigned long> const&
+AdjacentListGraph::GetSuccessors(unsigned long const& vertex) const {
+    return mAdjacency[vertex];
+}
+}  // namespace lmth
