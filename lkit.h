@@ -70,6 +70,16 @@
 #include <liop/inifile.h>
 #include <liop/inifilekeyiterator.h>
 
+#include <lxml/xml.h>
+#include <lxml/xmlpropvalue.h>
+#include <lxml/xmlproperty.h>
+#include <lxml/xmlnode.h>
+#include <lxml/xmldatanode.h>
+#include <lxml/xmltextnode.h>
+#include <lxml/xmlparser.h>
+#include <lxml/xmlcreator.h>
+#include <lxml/xmlfile.h>
+
 #include <lmth/graph.h>
 #include <lmth/adjacentlistgraph.h>
 #include <lmth/matrixgraph.h>
