@@ -50,6 +50,9 @@ private:
     void Expand(unsigned long const& vertex, lstd::ValQueue<unsigned long>& next,
                 AdjacentListGraph const* lists);
     void Discover(unsigned long const& vertex, lstd::ValQueue<unsigned long>& next);
+    // Brings the successor lists of the vertices queued from queued on into the cache.
+    static void Warm(lstd::ValDoubleLink<unsigned long> const* queued,
+                     AdjacentListGraph const* lists);
     AdjacentListGraph const* SuccessorLists() const;
 
     Graph const* mGraph;
