@@ -7,7 +7,7 @@
 namespace lmth {
 
 AdjacentListGraph::AdjacentListGraph(unsigned long const& vertexNumber)
-    : mAdjacency(vertexNumber), mVertexNumber(vertexNumber) {}
+    : mAdjacency(vertexNumber) {}
 
 AdjacentListGraph::~AdjacentListGraph() {}
 
@@ -18,17 +18,17 @@ bool AdjacentListGraph::HasEdge(unsigned long const& from, unsigned long const& 
 }
 
 void AdjacentListGraph::Clear() {
-    for (unsigned long v = 0; v < mVertexNumber; ++v)
+    for (unsigned long v = 0; v < mAdjacency.GetLength(); ++v)
         mAdjacency[v].Clear();
 }
 
-unsigned long const& AdjacentListGraph::GetVertexNumber() const { return mVertexNumber; }
+unsigned long const& AdjacentListGraph::GetVertexNumber() const { return mAdjacency.GetLength(); }
 
 void AdjacentListGraph::AddEdge(unsigned long const& from, unsigned long const& to) {
-    if (to >= mVertexNumber || from >= mVertexNumber)
+    if (to >= mAdjacency.GetLength() || from >= mAdjacency.GetLength())
         LSTD_THROWF(lstd::InvalidIndexException,
                     "The vertex is invalid. (Input: %d, %d; Vertex number: %d)",
-                    static_cast<int>(from), static_cast<int>(to), static_cast<int>(mVertexNumber));
+                    static_cast<int>(from), static_cast<int>(to), static_cast<int>(mAdjacency.GetLength()));
     mAdjacency[from].Append(to);
 }
 

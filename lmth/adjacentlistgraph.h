@@ -39,8 +39,6 @@ public:
 
 private:
     lstd::Array<lstd::ValSortList<unsigned long>> mAdjacency;
-    // The array's length, kept here so that GetVertexNumber can hand out a reference.
-    unsigned long mVertexNumber;
 };
 }  // namespace lmth
 #endif  // LMTH_ADJACENTLISTGRAPH_H

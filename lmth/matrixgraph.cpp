@@ -9,11 +9,11 @@
 namespace lmth {
 
 MatrixGraph::MatrixGraph(unsigned long const& vertexNumber)
-    : mBitRows(vertexNumber), mVertexNumber(vertexNumber) {}
+    : mBitRows(vertexNumber) {}
 
 // The pointer array frees its slots only: the rows are deleted here.
 MatrixGraph::~MatrixGraph() {
-    for (unsigned long v = 0; v < mVertexNumber; ++v)
+    for (unsigned long v = 0; v < mBitRows.GetLength(); ++v)
         delete mBitRows[v];
 }
 
@@ -27,26 +27,26 @@ bool MatrixGraph::HasEdge(unsigned long const& from, unsigned long const& to) co
 }
 
 void MatrixGraph::Clear() {
-    for (unsigned long v = 0; v < mVertexNumber; ++v) {
+    for (unsigned long v = 0; v < mBitRows.GetLength(); ++v) {
         lstd::BitSet* row = mBitRows[v];
         if (row != nullptr)
             row->Clear();
     }
 }
 
-unsigned long const& MatrixGraph::GetVertexNumber() const { return mVertexNumber; }
+unsigned long const& MatrixGraph::GetVertexNumber() const { return mBitRows.GetLength(); }
 
 void MatrixGraph::AddEdge(unsigned long const& from, unsigned long const& to) {
     lstd::BitSet*& row = mBitRows[from];
     // The row's last word has room beyond the vertex count; a bit there would be an edge to
     // no vertex, so to is checked here rather than left to the word lookup.
-    if (to >= mVertexNumber)
+    if (to >= mBitRows.GetLength())
         LSTD_THROWF(lstd::InvalidIndexException,
                     "The vertex is invalid. (Input: %d, %d; Vertex number: %d)",
-                    static_cast<int>(from), static_cast<int>(to), static_cast<int>(mVertexNumber));
+                    static_cast<int>(from), static_cast<int>(to), static_cast<int>(mBitRows.GetLength()));
     if (row == nullptr) {
         try {
-            row = new lstd::BitSet(mVertexNumber);
+            row = new lstd::BitSet(mBitRows.GetLength());
         } catch (std::bad_alloc const& e) {
             LSTD_THROW(lstd::NotEnoughMemoryException, e.what());
         }

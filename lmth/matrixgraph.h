@@ -39,8 +39,6 @@ public:
 
 private:
     lstd::PArray<lstd::BitSet> mBitRows;
-    // The array's length, kept here so that GetVertexNumber can hand out a reference.
-    unsigned long mVertexNumber;
 };
 }  // namespace lmth
 #endif  // LMTH_MATRIXGRAPH_H

@@ -83,7 +83,9 @@ public:
     void Resize(unsigned long const& length);
     /// Assigns value to every element.
     void Fill(T const& value);
-    unsigned long GetLength() const { return mLength; }
+    /// The number of elements; a reference to the stored count, so that holders can hand
+    /// it out by reference too.
+    unsigned long const& GetLength() const { return mLength; }
 
 protected:
     /// Adds storage for count more elements after the last block (see the class comment).

@@ -71,7 +71,8 @@ public:
     /// the end (the pointers of dropped slots are forgotten, not deleted); the length
     /// changes only when that succeeded. Throws NotEnoughMemoryException.
     void Resize(unsigned long const& length);
-    unsigned long GetLength() const { return mLength; }
+    /// The number of elements; a reference to the stored count.
+    unsigned long const& GetLength() const { return mLength; }
 
 protected:
     /// Adds count null slots after the last block, splitting failed sizes in halves as
