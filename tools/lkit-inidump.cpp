@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <string>
 #include <utility>
 #include <vector>
@@ -32,16 +31,11 @@ void Put(std::string const& s) { std::fwrite(s.data(), 1, s.size(), stdout); }
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
-        Help();
-        return 0;
-    }
-    if (argc != 2)
-        return lkit_tools::UsageError(TOOL, "expects one FILE");
     liop::File file;
-    liop::File* input = lkit_tools::OpenInput(TOOL, argv[1], file);
-    if (input == nullptr)
-        return lkit_tools::EXIT_INPUT;
+    liop::File* input = nullptr;
+    int const status = lkit_tools::OpenSingleInput(argc, argv, TOOL, &Help, file, input);
+    if (status >= 0)
+        return status;
 
     // The loader's own steps, through its public helpers, so that the (section, key) pairs
     // are known: the ini file keeps them in one flat map that it does not list.

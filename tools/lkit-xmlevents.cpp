@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <string>
 #include <utility>
 #include <vector>
@@ -109,16 +108,11 @@ void OnError(unsigned long long const& position) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
-        Help();
-        return 0;
-    }
-    if (argc != 2)
-        return lkit_tools::UsageError(TOOL, "expects one FILE");
     liop::File file;
-    liop::File* input = lkit_tools::OpenInput(TOOL, argv[1], file);
-    if (input == nullptr)
-        return lkit_tools::EXIT_INPUT;
+    liop::File* input = nullptr;
+    int const status = lkit_tools::OpenSingleInput(argc, argv, TOOL, &Help, file, input);
+    if (status >= 0)
+        return status;
 
     liop::StringReadBuffer buffer(*input, 255);
     lxml::XMLParser parser;

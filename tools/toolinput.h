@@ -47,5 +47,19 @@ inline int UsageError(char const* tool, std::string const& message) {
     std::fprintf(stderr, "%s: %s (try '%s --help')\n", tool, message.c_str(), tool);
     return EXIT_INPUT;
 }
+/// The command line of a tool that takes one FILE: prints help for "--help" and a usage
+/// error for anything but one argument, else opens FILE (OpenInput) into file and input.
+/// Returns the exit status when the tool is done, or -1 when it goes on with input.
+inline int OpenSingleInput(int argc, char** argv, char const* tool, void (*help)(),
+                           liop::File& file, liop::File*& input) {
+    if (argc == 2 && std::strcmp(argv[1], "--help") == 0) {
+        help();
+        return 0;
+    }
+    if (argc != 2)
+        return UsageError(tool, "expects one FILE");
+    input = OpenInput(tool, argv[1], file);
+    return input == nullptr ? EXIT_INPUT : -1;
+}
 }  // namespace lkit_tools
 #endif  // LKIT_TOOLS_TOOLINPUT_H
