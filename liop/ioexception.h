@@ -10,6 +10,7 @@ namespace liop {
 /// deleting. The message names the path where there is one.
 class IOException : public lstd::Exception {
 public:
+    /// An input/output failure: message, file and line of the throw.
     IOException(char const* message, char const* file, unsigned long long const& line);
     virtual ~IOException();
 };
@@ -17,6 +18,7 @@ public:
 /// A path that had to exist does not (Directory::IsDirectory).
 class FileNotFoundException : public IOException {
 public:
+    /// A missing file or directory: message, file and line of the throw.
     FileNotFoundException(char const* message, char const* file, unsigned long long const& line);
     virtual ~FileNotFoundException();
 };

@@ -19,16 +19,21 @@ public:
     /// Destroys the text; the file is left as it is.
     virtual ~StringBuffer();
 
+    ///@{
     /// The text in hand. A consumer of a read buffer reads (or moves out) the chunk here
     /// after each Load or ContinueReading; the next read replaces it.
     lstd::String& GetBuffer() { return mBuffer; }
     lstd::String const& GetBuffer() const { return mBuffer; }
+    ///@}
     /// The size given at construction.
     unsigned long GetBufferSize() const { return mBufferSize; }
 
 protected:
+    /// The file, not owned.
     File* mFile;
+    /// The text in hand.
     lstd::String mBuffer;
+    /// The size given at construction.
     unsigned long mBufferSize;
 };
 }  // namespace liop

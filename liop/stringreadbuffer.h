@@ -13,6 +13,7 @@ namespace liop {
 /// reaching them (a closed file's, for one) ends the process, so check the file first.
 class StringReadBuffer : public StringBuffer {
 public:
+    /// Reads from file (not owned, not opened here) in chunks of up to bufferSize - 1 bytes.
     StringReadBuffer(File& file, unsigned long const& bufferSize);
     virtual ~StringReadBuffer();
 

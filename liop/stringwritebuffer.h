@@ -11,6 +11,7 @@ namespace liop {
 /// written when the buffer is destroyed; the file is neither flushed nor closed.
 class StringWriteBuffer : public StringBuffer {
 public:
+    /// Writes to file (not owned, not opened here) once bufferSize bytes are gathered.
     StringWriteBuffer(File& file, unsigned long const& bufferSize);
     /// Hands pending text to the file's Print. A destructor cannot pass an exception on:
     /// if Print raises (the file was closed first), the process ends. Destroy the buffer

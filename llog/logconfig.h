@@ -16,6 +16,7 @@ public:
     LogConfig& operator=(LogConfig const&) = delete;
     virtual ~LogConfig();
 
+    /// The directory of relative log file names, as given.
     lstd::String const& GetOutputDir() const { return mOutputDir; }
 
     /// The global configuration, or null when none is set.

@@ -53,13 +53,17 @@ public:
     /// here and last in the forms above.
     void Error(unsigned long long const& code, char const* format, ...) const
         __attribute__((format(printf, 3, 4)));
+    /// As the Error form above, with "[Warn: %d] %s".
     void Warning(unsigned long long const& code, char const* format, ...) const
         __attribute__((format(printf, 3, 4)));
+    /// As the Error form above, with "[Info: %d] %s".
     void Info(unsigned long long const& code, char const* format, ...) const
         __attribute__((format(printf, 3, 4)));
+    ///@{
     /// Formats printf-style and writes the text as it stands; Debug and Print are the same.
     void Debug(char const* format, ...) const __attribute__((format(printf, 2, 3)));
     void Print(char const* format, ...) const __attribute__((format(printf, 2, 3)));
+    ///@}
 
 private:
     // Writes one tagged record (tag: 0 error, 1 warning, 2 information).

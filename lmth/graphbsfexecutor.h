@@ -28,6 +28,7 @@ public:
     /// The listener told of each discovered vertex from the next Execute on; null (the
     /// default) tells nobody.
     void SetListener(GraphBSFListener* listener);
+    /// The listener, or null.
     GraphBSFListener* GetListener() const;
 
     /// Walks the graph from start. Throws lstd::InvalidIndexException (the array messages)

@@ -11,6 +11,7 @@ namespace lmth {
 /// listener: Graph::GetConnectingIsland gathers an island with it.
 class GraphIslandBSFListener : public GraphBSFListener {
 public:
+    /// Appends to island (not owned, not cleared).
     explicit GraphIslandBSFListener(lstd::ValSortList<unsigned long>& island);
     virtual ~GraphIslandBSFListener();
 

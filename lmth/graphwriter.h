@@ -16,6 +16,7 @@ namespace lmth {
 /// must outlive the writer.
 class GraphWriter {
 public:
+    /// Keeps a reference to graph, which must outlive the writer.
     explicit GraphWriter(Graph const& graph);
     GraphWriter(GraphWriter const&) = delete;
     GraphWriter& operator=(GraphWriter const&) = delete;

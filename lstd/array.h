@@ -40,6 +40,7 @@ public:
                             static_cast<int>(index), static_cast<int>(mBlockSize));
             return mData[index];
         }
+        /// The number of elements in this block.
         unsigned long GetBlockSize() const { return mBlockSize; }
         /// Blocks are told apart by identity (the block list searches with it).
         bool operator==(Block const& other) const { return this == &other; }
@@ -70,10 +71,12 @@ public:
     /// Deletes every block, destroying the elements.
     virtual ~Array() { mBlocks.Clear(1); }
 
+    ///@{
     /// Element index; throws InvalidIndexException "The index '%d' is invalid. (mLength=%d)"
     /// when index >= the length.
     T& operator[](unsigned long const& index) { return Element(index); }
     T const& operator[](unsigned long const& index) const { return Element(index); }
+    ///@}
     /// The block holding index, with the position inside it stored in offset. Unlike the
     /// element access this never throws: out of range it returns null, offset untouched.
     Block* GetBlock(unsigned long const& index, unsigned long& offset) const;
@@ -83,8 +86,8 @@ public:
     void Resize(unsigned long const& length);
     /// Assigns value to every element.
     void Fill(T const& value);
-    /// The number of elements; a reference to the stored count, so that holders can hand
-    /// it out by reference too.
+    /// The number of elements, changed only by Resize; a reference to the stored count,
+    /// so that holders can hand it out by reference too.
     unsigned long const& GetLength() const { return mLength; }
 
 protected:

@@ -14,6 +14,7 @@ class BitSet {
 public:
     /// bitNumber bits, all 0. Throws NotEnoughMemoryException when the words can't be had.
     explicit BitSet(unsigned long const& bitNumber);
+    /// A copy of other's length and bits.
     BitSet(BitSet const& other);
     /// Takes other's length and bits.
     BitSet& operator=(BitSet const& other);
@@ -29,8 +30,10 @@ public:
     void Set(unsigned long const& b, unsigned char const& value);
     /// The number of bits set.
     unsigned long Count() const;
+    /// The number of bits, fixed at construction.
     unsigned long GetBitNumber() const { return mBitNumber; }
 
+    ///@{
     /// Bitwise or, and, exclusive or with a bit set of the same length. Throw
     /// InvalidOperationException when the lengths differ.
     BitSet& operator|=(BitSet const& other);
@@ -39,17 +42,23 @@ public:
     BitSet operator|(BitSet const& other) const;
     BitSet operator&(BitSet const& other) const;
     BitSet operator^(BitSet const& other) const;
+    ///@}
+    ///@{
     /// Same length and same bits.
     bool operator==(BitSet const& other) const;
     bool operator!=(BitSet const& other) const { return !(*this == other); }
+    ///@}
 
     /// Lower-case hexadecimal, the highest bit first, one digit per four bits
     /// (ceil(bitNumber / 4) digits, at least one), no prefix: bits 0 and 5 of 8 give "21".
     String ToHexString() const;
 
+    ///@{
     /// The words, for callers that read or write them directly.
     Array<unsigned long>& GetWords() { return mWords; }
     Array<unsigned long> const& GetWords() const { return mWords; }
+    ///@}
+    /// The number of 64-bit words: ceil(bits / 64), at least one.
     unsigned long GetWordNumber() const { return mWords.GetLength(); }
 
 private:

@@ -11,6 +11,7 @@ public:
     virtual ~Character();
     /// toupper / tolower of the byte, passed as a signed char value.
     static char ToUpper(char const& ch);
+    /// ch in lower case (the C library's tolower, current locale).
     static char ToLower(char const& ch);
 };
 }  // namespace lstd

@@ -15,7 +15,10 @@ public:
     Collection() {}
     virtual ~Collection() {}
 
+    /// Assigns nothing: a collection's identity cannot be copied.
     virtual Collection& operator=(Collection const&) { return *this; }
+    /// Deliberate: collections compare by identity and address, never by contents.
+    ///@{
     virtual bool operator==(Collection const& other) const { return this == &other; }
     virtual bool operator>(Collection const& other) const {
         return Address(this) > Address(&other);
@@ -30,8 +33,10 @@ public:
         return Address(this) <= Address(&other);
     }
     virtual bool operator!=(Collection const& other) const { return this != &other; }
+    ///@}
 
 protected:
+    /// Copies nothing; for the derived containers.
     Collection(Collection const&) {}
 
 private:

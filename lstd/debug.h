@@ -24,17 +24,23 @@ public:
     /// With an empty path the closed stream deliberately stays stored: a later Init or
     /// Terminate closes it again, so call Terminate once, at the end.
     static void Init(String const& path);
+    /// Sets the threshold: the severities it lets through are printed.
     static void SetDebugMode(DebugModeType const& mode);
+    /// The threshold in force.
     static DebugModeType GetDebugMode() { return mMode; }
 
+    ///@{
     /// Write text as given (no newline added) when the threshold lets the severity through.
     static void Info(String const& text);
     static void Warning(String const& text);
     static void Error(String const& text);
+    ///@}
+    ///@{
     /// printf-style forms; return at once, without formatting, when filtered out.
     static void Info(char const* format, ...) __attribute__((format(printf, 1, 2)));
     static void Warning(char const* format, ...) __attribute__((format(printf, 1, 2)));
     static void Error(char const* format, ...) __attribute__((format(printf, 1, 2)));
+    ///@}
 
     /// Closes the redirection if any; the pointer is not cleared (see Init).
     static void Terminate();

@@ -11,6 +11,7 @@ namespace lstd {
 /// message is the closing marker + " token is expected, but met " + the opening marker.
 class InvalidEnclosureToken : public Exception {
 public:
+    /// A marker without its partner: message, file and line of the throw.
     InvalidEnclosureToken(char const* message, char const* file, unsigned long long const& line);
     virtual ~InvalidEnclosureToken();
 };

@@ -16,7 +16,9 @@ public:
     /// Copies message and file (either may be null) and captures the stack trace. Never
     /// throws: a copy that cannot be allocated stays null, a failing capture is ignored.
     Exception(char const* message, char const* file, unsigned long long const& line);
+    /// A deep copy: message, file, line and stack trace.
     Exception(Exception const& other);
+    /// Replaces this exception's contents with a deep copy of other's.
     Exception& operator=(Exception const& other);
     virtual ~Exception();
     /// The message exactly as given (no file, line or trace); null if it could not be copied.
@@ -57,6 +59,7 @@ void GenerateStackTraceMessage(StringBuilder const& builder, char*& out);
 /// An allocation failed.
 class NotEnoughMemoryException : public Exception {
 public:
+    /// An allocation failure: message, file and line of the throw.
     NotEnoughMemoryException(char const* message, char const* file, unsigned long long const& line);
     virtual ~NotEnoughMemoryException();
 };
@@ -64,6 +67,7 @@ public:
 /// An internal state that should never occur was reached.
 class UnknownException : public Exception {
 public:
+    /// An impossible state: message, file and line of the throw.
     UnknownException(char const* message, char const* file, unsigned long long const& line);
     virtual ~UnknownException();
 };
@@ -71,6 +75,7 @@ public:
 /// An index or position lies outside a container's range.
 class InvalidIndexException : public Exception {
 public:
+    /// A bad index: message, file and line of the throw.
     InvalidIndexException(char const* message, char const* file, unsigned long long const& line);
     virtual ~InvalidIndexException();
 };
@@ -78,6 +83,7 @@ public:
 /// An operation is not allowed in the current state or with the given argument.
 class InvalidOperationException : public Exception {
 public:
+    /// A forbidden operation: message, file and line of the throw.
     InvalidOperationException(char const* message, char const* file,
                               unsigned long long const& line);
     virtual ~InvalidOperationException();
@@ -86,6 +92,7 @@ public:
 /// An iterator was used before Init() or without a current item.
 class NotInitializedIteratorException : public Exception {
 public:
+    /// A bad iterator use: message, file and line of the throw.
     NotInitializedIteratorException(char const* message, char const* file,
                                     unsigned long long const& line);
     virtual ~NotInitializedIteratorException();

@@ -77,6 +77,7 @@ public:
     unsigned long GetBucketSlotCount() const { return mTable.Capacity(); }
 
 protected:
+    /// @cond INTERNAL
     typedef hashtable::Slot<T> Slot;
     typedef hashtable::BucketIndex<Slot> Index;
     typedef typename Index::Bucket Bucket;
@@ -213,6 +214,7 @@ protected:
     mutable std::vector<unsigned long> mPending;  // became non-empty since the last repair
     Index mTable;
     hashtable::Modulus mModulus;  // of mHashSize
+    /// @endcond
 
 private:
     // The sparse repair: merges the ascending cache with the sorted notes into merged,
@@ -286,6 +288,7 @@ public:
 template <typename T>
 class PtrHashCollection : public HashCollection<T>, public IPtrCollection<T> {
 public:
+    /// The item hash; an item goes into bucket hash % table size.
     typedef unsigned long (*HashFunc)(T const*);
 
     /// Throws InvalidOperationException "The hash table size is invalid. (size = 0)" for 0.
@@ -375,6 +378,7 @@ public:
                 out.Append(bucket->Items()[i].mPointer);
         }
     }
+    /// The number of items stored.
     unsigned long GetNumberOfEntry() const override { return this->mItemCount; }
 
     /// Appends the items of bucket hashValue (below the table size), in order, to entry.
@@ -385,6 +389,7 @@ public:
     }
 
 protected:
+    /// @cond INTERNAL
     typedef typename HashCollection<T>::Slot Slot;
     typedef typename HashCollection<T>::Bucket Bucket;
 
@@ -448,6 +453,7 @@ protected:
     }
 
     HashFunc mHashFunc;
+    /// @endcond
 
     template <typename K, typename V>
     friend class PtrHashMap;
@@ -490,6 +496,7 @@ struct ValueStore<T, true> {
 template <typename T>
 class ValHashCollection : public HashCollection<T>, public IValCollection<T> {
 public:
+    /// The value hash; a value goes into bucket hash % table size.
     typedef unsigned long (*HashFunc)(T const&);
 
     /// Throws InvalidOperationException "The hash table size is invalid. (size = 0)" for 0.
@@ -572,6 +579,7 @@ public:
             *found = *stored;
         return stored != nullptr;
     }
+    /// The number of values stored.
     unsigned long GetNumberOfEntry() const override { return this->mItemCount; }
 
     /// Appends copies of the values of bucket hashValue (below the table size) to entry.
@@ -582,6 +590,7 @@ public:
     }
 
 protected:
+    /// @cond INTERNAL
     typedef typename HashCollection<T>::Slot Slot;
     typedef typename HashCollection<T>::Bucket Bucket;
     typedef hashtable::ValueStore<T> Store;
@@ -613,6 +622,7 @@ protected:
     }
 
     HashFunc mHashFunc;
+    /// @endcond
 
 private:
     void DestroyValues() {
@@ -753,6 +763,7 @@ public:
     unsigned long GetCurHashValue() const { return mCurHashValue; }
 
 protected:
+    /// @cond INTERNAL
     typedef typename HashCollection<T>::Slot Slot;
     typedef typename HashCollection<T>::Bucket Bucket;
 
@@ -779,6 +790,7 @@ protected:
     HashCollection<T> const* mHashCollection;
     unsigned long mCachePosition;  // index of the current bucket in the cache
     unsigned long mCurHashValue;
+    /// @endcond
 };
 
 /// Iterator of PtrHashCollection and PtrHashSet; Get() is the current item.

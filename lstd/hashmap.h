@@ -130,7 +130,10 @@ public:
     PairEntry() {}
     virtual ~PairEntry() {}
 
+    /// Identity: true only for this very entry.
     virtual bool operator==(PairEntry const& other) const { return this == &other; }
+    /// Address order of the two entries, not key order.
+    ///@{
     virtual bool operator>(PairEntry const& other) const { return Address(this) > Address(&other); }
     virtual bool operator>=(PairEntry const& other) const {
         return Address(this) >= Address(&other);
@@ -139,6 +142,7 @@ public:
     virtual bool operator<=(PairEntry const& other) const {
         return Address(this) <= Address(&other);
     }
+    ///@}
 
 private:
     static std::uintptr_t Address(PairEntry const* entry) {
@@ -150,10 +154,13 @@ private:
 template <typename K, typename V>
 class PtrPairEntry : public PairEntry<K, V> {
 public:
+    /// Stores both pointers; neither is copied nor owned.
     PtrPairEntry(K* key, V* value) : mKey(key), mValue(value) {}
     virtual ~PtrPairEntry() {}
 
+    /// The key, not owned.
     K* mKey;
+    /// The value, not owned.
     V* mValue;
 };
 
@@ -161,10 +168,13 @@ public:
 template <typename K, typename V>
 class ValPairEntry : public PairEntry<K, V> {
 public:
+    /// Copies key and value.
     ValPairEntry(K const& key, V const& value) : mKey(key), mValue(value) {}
     virtual ~ValPairEntry() {}
 
+    /// The key.
     K mKey;
+    /// The value.
     V mValue;
 };
 
@@ -172,8 +182,10 @@ public:
 template <typename K, typename V>
 class PtrHashMapEntry : public PtrPairEntry<K, V> {
 public:
+    /// The hash of a key (the pointer may be null).
     typedef unsigned long (*KeyHashFunc)(K const*);
 
+    /// The two pointers and the key hash of the map.
     PtrHashMapEntry(K* key, V* value, KeyHashFunc keyHashFunc)
         : PtrPairEntry<K, V>(key, value), mKeyHashFunc(keyHashFunc) {}
     virtual ~PtrHashMapEntry() {}
@@ -191,6 +203,7 @@ public:
         return entry->mKeyHashFunc(entry->mKey);
     }
 
+    /// The key hash of the map.
     KeyHashFunc mKeyHashFunc;
 };
 
@@ -198,8 +211,10 @@ public:
 template <typename K, typename V>
 class ValHashMapEntry : public ValPairEntry<K, V> {
 public:
+    /// The hash of a key.
     typedef unsigned long (*KeyHashFunc)(K const&);
 
+    /// Copies of key and value, and the key hash of the map.
     ValHashMapEntry(K const& key, V const& value, KeyHashFunc keyHashFunc)
         : ValPairEntry<K, V>(key, value), mKeyHashFunc(keyHashFunc) {}
     virtual ~ValHashMapEntry() {}
@@ -212,6 +227,7 @@ public:
         return entry->mKeyHashFunc(entry->mKey);
     }
 
+    /// The key hash of the map.
     KeyHashFunc mKeyHashFunc;
 };
 

@@ -27,8 +27,11 @@ public:
                                                      long long const& end = -1) const = 0;
 
 protected:
+    /// Copies nothing; for the derived containers.
+    ///@{
     IPtrOrderList(IPtrOrderList const& other) : IPtrCollection<T>(other) {}
     IPtrOrderList& operator=(IPtrOrderList const&) { return *this; }
+    ///@}
 };
 }  // namespace lstd
 #endif  // LSTD_IPTRORDERLIST_H

@@ -24,6 +24,7 @@ public:
     virtual T* Set(T* item) const = 0;
 
 protected:
+    /// Copies the range and position; for the derived iterators.
     IPtrOrderListIterator(IPtrOrderListIterator const& other) : ListIterator<T>(other) {}
 };
 }  // namespace lstd

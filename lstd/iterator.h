@@ -11,6 +11,7 @@ template <typename T>
 class Iterator {
 public:
     Iterator() : mCollection(nullptr) {}
+    /// Bound to the same collection as other.
     Iterator(Iterator const& other) : mCollection(other.mCollection) {}
     virtual ~Iterator() {}
 
@@ -28,6 +29,7 @@ public:
     Collection<T> const* GetCollection() const { return mCollection; }
 
 protected:
+    /// The collection walked, or null.
     Collection<T> const* mCollection;
 };
 }  // namespace lstd

@@ -29,8 +29,11 @@ public:
                                                      long long const& end = -1) const = 0;
 
 protected:
+    /// Copies nothing; for the derived containers.
+    ///@{
     IValOrderList(IValOrderList const& other) : IValCollection<T>(other) {}
     IValOrderList& operator=(IValOrderList const&) { return *this; }
+    ///@}
 };
 }  // namespace lstd
 #endif  // LSTD_IVALORDERLIST_H

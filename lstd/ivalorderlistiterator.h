@@ -26,6 +26,7 @@ public:
     virtual void Set(T const& value) const = 0;
 
 protected:
+    /// Copies the range and position; for the derived iterators.
     IValOrderListIterator(IValOrderListIterator const& other) : ListIterator<T>(other) {}
 };
 }  // namespace lstd

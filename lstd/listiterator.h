@@ -21,6 +21,7 @@ template <typename T>
 class ListIterator : public Iterator<T> {
 public:
     ListIterator() : mCurPosition(0), mBegin(0), mEnd(0), mFresh(0) {}
+    /// Copies collection, range, position and fresh flag.
     ListIterator(ListIterator const& other)
         : Iterator<T>(other), mCurPosition(other.mCurPosition), mBegin(other.mBegin),
           mEnd(other.mEnd), mFresh(other.mFresh) {}
@@ -56,14 +57,17 @@ public:
         --mCurPosition;
         return mBegin <= mCurPosition;
     }
+    /// The current position; end + 1 once exhausted.
     virtual unsigned long const& GetCurPosition() const { return mCurPosition; }
 
-    // Deliberate: iterators are not ordered or compared, not even with themselves.
+    ///@{
+    /// Deliberate: iterators are not ordered or compared, not even with themselves.
     virtual bool operator<(ListIterator const&) const { return false; }
     virtual bool operator<=(ListIterator const&) const { return false; }
     virtual bool operator==(ListIterator const&) const { return false; }
     virtual bool operator>(ListIterator const&) const { return false; }
     virtual bool operator>=(ListIterator const&) const { return false; }
+    ///@}
 
     /// Copies collection, current position, end and fresh flag. Deliberately keeps the
     /// target's own begin position.
@@ -88,8 +92,11 @@ public:
         mCurPosition = mEnd + 1;
     }
 
+    /// First position of the range.
     unsigned long GetBegin() const { return mBegin; }
+    /// Last position of the range.
     unsigned long GetEnd() const { return mEnd; }
+    /// True until the first step has delivered the current item.
     bool IsFresh() const { return mFresh == 1; }
 
 protected:
@@ -168,10 +175,12 @@ protected:
         return false;
     }
 
+    /// @cond INTERNAL
     unsigned long mCurPosition;
     unsigned long mBegin;
     unsigned long mEnd;
     unsigned char mFresh;
+    /// @endcond
 
 private:
     // Out of line, so that the steps stay small enough to be inlined where the compiler can

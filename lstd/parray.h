@@ -35,6 +35,7 @@ public:
                             static_cast<int>(index), static_cast<int>(mBlockSize));
             return mData[index];
         }
+        /// The number of slots in this block.
         unsigned long GetBlockSize() const { return mBlockSize; }
         /// Blocks are told apart by identity (the block list searches with it).
         bool operator==(PBlock const& other) const { return this == &other; }
@@ -63,15 +64,17 @@ public:
     /// Frees the slots; no stored object is deleted.
     virtual ~PArray() { mBlocks.Clear(1); }
 
+    ///@{
     /// Slot index; throws InvalidIndexException "The index '%d' is invalid. (mLength=%d)"
     /// when index >= the length.
     T*& operator[](unsigned long const& index) { return Slot(index); }
     T* operator[](unsigned long const& index) const { return Slot(index); }
+    ///@}
     /// Grows by a new block of null slots (several when memory is short), or shrinks from
     /// the end (the pointers of dropped slots are forgotten, not deleted); the length
     /// changes only when that succeeded. Throws NotEnoughMemoryException.
     void Resize(unsigned long const& length);
-    /// The number of elements; a reference to the stored count.
+    /// The number of slots, changed only by Resize; a reference to the stored count.
     unsigned long const& GetLength() const { return mLength; }
 
 protected:

@@ -17,12 +17,16 @@ namespace lstd {
 template <typename T>
 class PtrDoubleLink {
 public:
+    /// A node holding item between next and prev (either may be null).
     PtrDoubleLink(T* item, PtrDoubleLink* next, PtrDoubleLink* prev)
         : mItem(item), mNext(next), mPrev(prev) {}
     virtual ~PtrDoubleLink() {}
 
+    /// The item, not owned.
     T* mItem;
+    /// The next node, null at the tail.
     PtrDoubleLink* mNext;
+    /// The previous node, null at the head.
     PtrDoubleLink* mPrev;
 };
 
@@ -92,8 +96,10 @@ public:
     /// Throws InvalidOperationException "Invalid iterator" for another list's iterator.
     virtual T* Remove(PtrDLAbstractListIterator<T>& it, unsigned char const& forward);
     /// Unlink the head (tail) and return its item; null when empty.
+    ///@{
     virtual T* RemoveFirst() { return RemoveNode(mHead); }
     virtual T* RemoveLast() { return RemoveNode(mTail); }
+    ///@}
     /// Calls fn on every item, head to tail.
     virtual void Apply(void (*fn)(T*)) {
         for (PtrDoubleLink<T>* node = mHead; node != nullptr; node = node->mNext)
@@ -130,16 +136,20 @@ public:
     virtual IPtrOrderListIterator<T>* CreateIterator(unsigned long const& position = 0,
                                                      long long const& begin = 0,
                                                      long long const& end = -1) const = 0;
+    /// The number of items.
     virtual unsigned long GetNumberOfEntry() const { return mCount; }
 
     /// The node at position (walking from the nearer end), or null when out of range.
     PtrDoubleLink<T>* GetNode(unsigned long const& position) const {
         return position < mCount ? dlink::WalkTo(mHead, mTail, mCount, position) : nullptr;
     }
+    /// The first node, or null; walk with mNext without copying items.
     PtrDoubleLink<T>* GetHead() const { return mHead; }
+    /// The last node, or null.
     PtrDoubleLink<T>* GetTail() const { return mTail; }
 
 protected:
+    /// @cond INTERNAL
     /// Links a new node holding item before node (after the tail when node is null) and
     /// returns it. Throws NotEnoughMemoryException with the allocator's text.
     PtrDoubleLink<T>* InsertBeforeNode(PtrDoubleLink<T>* node, T* item) {
@@ -192,6 +202,7 @@ protected:
     unsigned long mCount;
     PtrDoubleLink<T>* mHead;
     PtrDoubleLink<T>* mTail;
+    /// @endcond
 
     friend class PtrDLAbstractListIterator<T>;
 };
@@ -201,6 +212,7 @@ template <typename T>
 class PtrDLAbstractListIterator : public IPtrOrderListIterator<T> {
 public:
     PtrDLAbstractListIterator() : mCurNode(nullptr) {}
+    /// Copies range, position and current node.
     PtrDLAbstractListIterator(PtrDLAbstractListIterator const& other)
         : IPtrOrderListIterator<T>(other), mCurNode(other.mCurNode) {}
     virtual ~PtrDLAbstractListIterator() {}
@@ -208,6 +220,7 @@ public:
     using ListIterator<T>::operator=;
     using ListIterator<T>::GetNextIterator;
     using ListIterator<T>::GetPrevIterator;
+    /// Copies collection, position, end, fresh flag and node (begin is kept).
     PtrDLAbstractListIterator& operator=(PtrDLAbstractListIterator const& other) {
         ListIterator<T>::operator=(other);
         mCurNode = other.mCurNode;
@@ -262,7 +275,9 @@ public:
     }
 
 protected:
+    /// @cond INTERNAL
     PtrDoubleLink<T>* mCurNode;
+    /// @endcond
 
 private:
     PtrDLAbstractList<T> const* List() const {

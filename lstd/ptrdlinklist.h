@@ -11,7 +11,9 @@ template <typename T>
 class PtrDLinkListIterator : public PtrDLAbstractListIterator<T> {
 public:
     PtrDLinkListIterator() {}
+    /// Copies range, position and current node.
     PtrDLinkListIterator(PtrDLinkListIterator const& other) : PtrDLAbstractListIterator<T>(other) {}
+    /// Copies collection, position, end, fresh flag and node (begin is kept).
     PtrDLinkListIterator& operator=(PtrDLinkListIterator const& other) {
         PtrDLAbstractListIterator<T>::operator=(other);
         return *this;

@@ -22,7 +22,9 @@ class PtrHashMapIterator;
 template <typename K, typename V>
 class PtrHashMap : public HashMap<K, V> {
 public:
+    /// The hash of a key (the pointer may be null).
     typedef unsigned long (*KeyHashFunc)(K const*);
+    /// The stored pair.
     typedef PtrHashMapEntry<K, V> Entry;
 
     /// An empty map of hashSize buckets hashing keys with keyHashFunc (String::Hash for
@@ -134,10 +136,12 @@ public:
         mCurEntry = mSetIterator.Get();
         return mCurEntry != nullptr;
     }
+    ///@{
     /// The current key and value pointers. Throw NotInitializedIteratorException "The
     /// iterator is not initialized or it reached last item." without a current entry.
     K* GetKey() const { return Current()->mKey; }
     V* GetValue() const { return Current()->mValue; }
+    ///@}
     /// The current entry, or null before the first entry and after the last.
     PtrHashMapEntry<K, V>* GetEntry() const { return mCurEntry; }
 

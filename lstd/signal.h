@@ -77,6 +77,7 @@ public:
     public:
         NoArgConnection() {}
         virtual ~NoArgConnection() {}
+        /// Runs the connection once; called by Emit.
         virtual void Activate() = 0;
     };
 
@@ -84,6 +85,7 @@ public:
     template <typename R>
     class NoArgFunctionConnection : public NoArgConnection {
     public:
+        /// Calls function on each activation (null: never).
         explicit NoArgFunctionConnection(R (*function)()) : mFunction(function) {}
         virtual ~NoArgFunctionConnection() {}
         int GetConnectionType() const override { return 1; }
@@ -94,6 +96,7 @@ public:
             auto const* same = dynamic_cast<NoArgFunctionConnection const*>(&other);
             return same != nullptr && same->mFunction == mFunction;
         }
+        /// Calls the function, when there is one.
         void Activate() override {
             if (mFunction != nullptr)
                 mFunction();
@@ -123,9 +126,11 @@ public:
     }
     /// Deletes every connection.
     void DisconnectAll() { mConnections.Clear(1); }
+    ///@{
     /// The connections in activation order; items removed from it belong to the caller.
     PtrDLinkList<NoArgConnection>& GetConnections() { return mConnections; }
     PtrDLinkList<NoArgConnection> const& GetConnections() const { return mConnections; }
+    ///@}
     /// Activates every connection, first connected first; an exception from one stops the
     /// emission and propagates. Connections appended meanwhile run from the next emission;
     /// the one being activated must not be removed before it returns.
@@ -147,6 +152,7 @@ public:
     public:
         OneArgConnection() {}
         virtual ~OneArgConnection() {}
+        /// Runs the connection with argument; called by Emit.
         virtual void Activate(A argument) = 0;
     };
 
@@ -155,6 +161,7 @@ public:
     template <typename R>
     class OneArgFunctionConnection : public OneArgConnection {
     public:
+        /// Calls function on each activation (null: never).
         explicit OneArgFunctionConnection(R (*function)(A)) : mFunction(function) {}
         virtual ~OneArgFunctionConnection() {}
         int GetConnectionType() const override { return 1; }
@@ -165,6 +172,7 @@ public:
             auto const* same = dynamic_cast<OneArgFunctionConnection const*>(&other);
             return same != nullptr && same->mFunction == mFunction;
         }
+        /// Calls the function with argument, when there is one.
         void Activate(A argument) override {
             if (mFunction != nullptr)
                 mFunction(argument);
@@ -196,9 +204,11 @@ public:
     }
     /// Deletes every connection.
     void DisconnectAll() { mConnections.Clear(1); }
+    ///@{
     /// The connections in activation order; items removed from it belong to the caller.
     PtrDLinkList<OneArgConnection>& GetConnections() { return mConnections; }
     PtrDLinkList<OneArgConnection> const& GetConnections() const { return mConnections; }
+    ///@}
     /// Activates every connection with argument, in connection order; as NoArgSignal's.
     void operator()(A argument) const {
         Signal::Emit(mConnections,
@@ -218,6 +228,7 @@ public:
     public:
         TwoArgConnection() {}
         virtual ~TwoArgConnection() {}
+        /// Runs the connection with both arguments; called by Emit.
         virtual void Activate(A first, B second) = 0;
     };
 
@@ -226,6 +237,7 @@ public:
     template <typename R>
     class TwoArgFunctionConnection : public TwoArgConnection {
     public:
+        /// Calls function on each activation (null: never).
         explicit TwoArgFunctionConnection(R (*function)(A, B)) : mFunction(function) {}
         virtual ~TwoArgFunctionConnection() {}
         int GetConnectionType() const override { return 1; }
@@ -236,6 +248,7 @@ public:
             auto const* same = dynamic_cast<TwoArgFunctionConnection const*>(&other);
             return same != nullptr && same->mFunction == mFunction;
         }
+        /// Calls the function with both arguments, when there is one.
         void Activate(A first, B second) override {
             if (mFunction != nullptr)
                 mFunction(first, second);
@@ -267,9 +280,11 @@ public:
     }
     /// Deletes every connection.
     void DisconnectAll() { mConnections.Clear(1); }
+    ///@{
     /// The connections in activation order; items removed from it belong to the caller.
     PtrDLinkList<TwoArgConnection>& GetConnections() { return mConnections; }
     PtrDLinkList<TwoArgConnection> const& GetConnections() const { return mConnections; }
+    ///@}
     /// Activates every connection with both arguments, in connection order; as NoArgSignal's.
     void operator()(A first, B second) const {
         Signal::Emit(mConnections, [&first, &second](TwoArgConnection& connection) {

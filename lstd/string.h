@@ -30,16 +30,23 @@ public:
     String(char const* s, unsigned long const& n);
     /// One byte, even when c is NUL. Explicit so that integers do not turn into Strings.
     explicit String(char const& c);
+    /// A copy of other's text in a block of its own.
     String(String const& other);
+    /// Takes other's block; other is left empty.
     String(String&& other) noexcept;
     virtual ~String();
 
+    /// The text of other, copied.
     String& operator=(String const& other);
+    /// Takes other's block; other is left empty.
     String& operator=(String&& other) noexcept;
+    /// The C string s, copied.
     String& operator=(char const* s);
+    ///@{
     /// Appends; an empty argument leaves the block untouched.
     String& operator+=(String const& s);
     String& operator+=(char const* s);
+    ///@}
 
     /// Replaces the text with exactly n bytes of s (NULs included; s may point into this
     /// String). Keeps the block when the length is unchanged.
@@ -55,29 +62,38 @@ public:
     unsigned long GetLength() const { return mLength; }
     /// True exactly when the length is 0.
     bool IsNull() const { return mLength == 0; }
+    ///@{
     /// Byte i; throws InvalidIndexException "String" when i < 0 or i >= length.
     char const& operator[](long long const& i) const;
     char& operator[](long long const& i);
+    ///@}
     /// count bytes from pos; a negative count, or a range running past the end, takes the
     /// rest. count 0 or pos >= length gives the empty string.
     String GetSubString(unsigned long const& pos, long long const& count) const;
 
+    /// Same length and same bytes, NULs included.
+    ///@{
     bool operator==(String const& other) const;
     bool operator==(char const* s) const;
     bool operator!=(String const& other) const { return !(*this == other); }
     bool operator!=(char const* s) const { return !(*this == s); }
+    ///@}
     /// Length first, then bytes: 1 when a is longer, -1 when shorter, else the sign of memcmp.
     /// Deliberate: a shorter string is always smaller ("b" < "aa"); every ordering of
     /// Strings in the library follows it.
     static long Compare(String const& a, String const& b);
+    ///@{
     /// Prefix and suffix tests; an empty p gives true, a longer p false.
     bool StartsWith(String const& p) const;
     bool EndsWith(String const& p) const;
+    ///@}
 
+    ///@{
     /// First position >= start where s occurs, or all ones. An empty s is found at start
     /// for every start <= length.
     unsigned long Find(String const& s, unsigned long const& start = 0) const;
     unsigned long Find(char const* s, unsigned long const& start = 0) const;
+    ///@}
     /// First position >= start where one of count needles occurs; at one position the
     /// earlier needle in the array wins, even over a longer one. Stores its index in *which
     /// when given. All ones when nothing matches or start >= length.
@@ -100,6 +116,7 @@ public:
     void ReplaceAtPositions(String const& find, String const& with,
                             ValDLinkList<unsigned long> const& positions);
 
+    ///@{
     /// White space is exactly space, tab, line feed and carriage return.
     void TrimHead();
     void TrimTrail();
@@ -107,17 +124,22 @@ public:
     String TrimHead() const;
     String TrimTrail() const;
     String Trim() const;
+    ///@}
+    ///@{
     /// Per-byte toupper/tolower of the C library, in the current locale.
     void ToUpper();
     void ToLower();
     String ToUpper() const;
     String ToLower() const;
+    ///@}
 
+    ///@{
     /// Whether all n bytes are '0'..'9'; deliberately true when n < 1 (empty text).
     static bool IsDigit(char const* s, long long const& n);
     static bool IsDigit(char const* s);
     static bool IsDigit(String const& s);
     bool IsDigit() const;
+    ///@}
 
     /// 64-bit FNV-1 of the bytes (HashGenerator::DoFNV1Hash64): the key hash of every
     /// String-keyed hash collection.
@@ -125,6 +147,7 @@ public:
     /// 0 for null, else Hash(*s).
     static unsigned long Hash(String const* s);
 
+    ///@{
     /// printf-style formatting through vsnprintf; every form replaces the whole target.
     /// Deliberate: an empty format leaves the target unchanged. A conversion that the C
     /// library rejects (vsnprintf returning -1) leaves the text written before it.
@@ -133,9 +156,11 @@ public:
     static void Sprintf(String& target, char const* format, ...)
         __attribute__((format(printf, 2, 3)));
     static void Sprintf(String& target, String const& format, ...);
+    ///@}
 // GCC may wrongly warn that attributes of the va_list element type are ignored here.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wattributes"
+    /// The va_list form of the above: formats args into target.
     static void Sprintf(String& target, char const* format, va_list const& args);
     /// The worker behind all forms: formats into a new malloc'ed block, frees the old
     /// buffer (when not null) and stores the block and its length. Throws
@@ -143,11 +168,15 @@ public:
     static void Sprintf(char*& buffer, unsigned long& length, char const* format,
                         va_list const& args);
 #pragma GCC diagnostic pop
+    /// A new String formatted printf-style from format and the arguments.
     static String SSprintf(String const& format, ...);
 
+    /// A new String: the bytes of a followed by those of b.
+    ///@{
     friend String operator+(String const& a, String const& b);
     friend String operator+(String const& a, char const* b);
     friend String operator+(char const* a, String const& b);
+    ///@}
     friend class StringBuilder;
 
 private:

@@ -14,7 +14,9 @@ namespace lstd {
 class StringBuilder {
 public:
     StringBuilder();
+    /// A copy of other's pieces.
     StringBuilder(StringBuilder const& other);
+    /// Replaces the pieces with a copy of other's.
     StringBuilder& operator=(StringBuilder const& other);
     virtual ~StringBuilder();
 

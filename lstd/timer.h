@@ -20,7 +20,9 @@ public:
     Timer();
     virtual ~Timer();
 
+    /// Records the start tick and runs.
     void Start();
+    /// Records the stop tick and stops.
     void Stop();
     /// Stop - start when stopped; now - start while running (the timer is not changed).
     /// Divided, truncating, into whole seconds, milliseconds or microseconds.

@@ -54,6 +54,7 @@ class TTokenizer : public Tokenizer {
 public:
     /// As the base, with both remembered delimiters empty.
     TTokenizer();
+    /// Tokenizes text with the default delimiters.
     TTokenizer(String const& text);
     virtual ~TTokenizer();
 

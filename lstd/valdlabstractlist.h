@@ -17,11 +17,15 @@ namespace lstd {
 template <typename T>
 class ValDoubleLink {
 public:
+    /// A node holding a copy of value, unlinked.
     explicit ValDoubleLink(T const& value) : mValue(value), mNext(nullptr), mPrev(nullptr) {}
     virtual ~ValDoubleLink() {}
 
+    /// The stored value.
     T mValue;
+    /// The next node, null at the tail.
     ValDoubleLink* mNext;
+    /// The previous node, null at the head.
     ValDoubleLink* mPrev;
 };
 
@@ -44,6 +48,7 @@ public:
         : Collection<T>(other), IValOrderList<T>(other), mCount(0), mHead(nullptr), mTail(nullptr) {
         CopyNodes(other);
     }
+    /// Replaces the values by copies of other's, in order.
     ValDLAbstractList& operator=(ValDLAbstractList const& other) {
         if (this != &other)
             CopyNodes(other);
@@ -59,6 +64,7 @@ public:
     using Collection<T>::operator>;
     using Collection<T>::operator>=;
 
+    /// The number of values.
     virtual unsigned long GetNumberOfEntry() const { return mCount; }
     /// Removes the first value matching v (by T's operator== when equal is null, else
     /// equal(stored, v) == 1), copying it to *out when given.
@@ -78,6 +84,7 @@ public:
             }
         });
     }
+    /// As above, matching with equal (see Remove(v, equal, out)).
     virtual void Remove(IValOrderList<T> const& other, EqualFunc equal,
                         IValCollection<T>* removed) {
         ForEachOf(other, removed, [this, equal, removed](T const& value) {
@@ -92,6 +99,7 @@ public:
     virtual void RemoveAll(T const& v, IValCollection<T>* removed) {
         RemoveAll(v, nullptr, removed);
     }
+    /// As above, matching with equal when it is not null.
     virtual void RemoveAll(T const& v, EqualFunc equal, IValCollection<T>* removed) {
         if (removed != nullptr)
             removed->Clear();
@@ -112,6 +120,7 @@ public:
         ForEachOf(other, removed,
                   [this, removed](T const& value) { RemoveAll(value, nullptr, removed); });
     }
+    /// As above, matching with equal when it is not null.
     virtual void RemoveAll(IValOrderList<T> const& other, EqualFunc equal,
                            IValCollection<T>* removed) {
         ForEachOf(other, removed,
@@ -121,9 +130,11 @@ public:
     /// current node. The iterator moves as for the pointer lists. Throws
     /// InvalidOperationException "Invalid iterator object." for another list's iterator.
     virtual bool Remove(ValDLAbstractListIterator<T>& it, unsigned char const& forward, T* out);
+    ///@{
     /// Remove the head (tail), copying its value to *out; false when empty.
     virtual bool RemoveFirst(T* out) { return RemoveNode(mHead, out); }
     virtual bool RemoveLast(T* out) { return RemoveNode(mTail, out); }
+    ///@}
     /// Calls fn on every stored value, head to tail.
     virtual void Apply(void (*fn)(T&)) {
         for (ValDoubleLink<T>* node = mHead; node != nullptr; node = node->mNext)
@@ -167,6 +178,7 @@ public:
                                                      long long const& begin = 0,
                                                      long long const& end = -1) const;
 
+    ///@{
     /// First (last) stored value; throws InvalidOperationException "The list is empty.".
     T& GetFirst() const {
         if (mHead == nullptr)
@@ -178,14 +190,18 @@ public:
             LSTD_THROW(InvalidOperationException, "The list is empty.");
         return mTail->mValue;
     }
+    ///@}
     /// The node at position (walking from the nearer end), or null when out of range.
     ValDoubleLink<T>* GetNode(unsigned long const& position) const {
         return position < mCount ? dlink::WalkTo(mHead, mTail, mCount, position) : nullptr;
     }
+    /// The first node, or null; walk with mNext without copying values.
     ValDoubleLink<T>* GetHead() const { return mHead; }
+    /// The last node, or null.
     ValDoubleLink<T>* GetTail() const { return mTail; }
 
 protected:
+    /// @cond INTERNAL
     /// Links a copy of value before node (after the tail when node is null) and returns the
     /// new node. Throws NotEnoughMemoryException with the allocator's text; exceptions of
     /// T's copy constructor propagate. The list is unchanged on failure.
@@ -276,6 +292,7 @@ protected:
     unsigned long mCount;
     ValDoubleLink<T>* mHead;
     ValDoubleLink<T>* mTail;
+    /// @endcond
 
     friend class ValDLAbstractListIterator<T>;
 };
@@ -285,6 +302,7 @@ template <typename T>
 class ValDLAbstractListIterator : public IValOrderListIterator<T> {
 public:
     ValDLAbstractListIterator() : mCurNode(nullptr) {}
+    /// Copies range, position and current node.
     ValDLAbstractListIterator(ValDLAbstractListIterator const& other)
         : IValOrderListIterator<T>(other), mCurNode(other.mCurNode) {}
     virtual ~ValDLAbstractListIterator() {}
@@ -293,6 +311,7 @@ public:
     using ListIterator<T>::operator=;
     using ListIterator<T>::GetNextIterator;
     using ListIterator<T>::GetPrevIterator;
+    /// Copies collection, position, end, fresh flag and node (begin is kept).
     ValDLAbstractListIterator& operator=(ValDLAbstractListIterator const& other) {
         ListIterator<T>::operator=(other);
         mCurNode = other.mCurNode;
@@ -351,7 +370,9 @@ public:
     }
 
 protected:
+    /// @cond INTERNAL
     ValDoubleLink<T>* mCurNode;
+    /// @endcond
 
 private:
     ValDoubleLink<T>* Node() const {

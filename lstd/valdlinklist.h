@@ -62,6 +62,7 @@ public:
             *found = node->mValue;
         return node != nullptr;
     }
+    /// Find(value, &found).
     virtual bool Find(T const& value, T& found) const { return Find(value, &found); }
     /// Copies the previous value to *old (when given) and stores value at position. Throws
     /// InvalidIndexException when position >= count (pointer-list wording, on purpose).

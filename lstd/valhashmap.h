@@ -24,7 +24,9 @@ class ValHashMapIterator;
 template <typename K, typename V>
 class ValHashMap : public HashMap<K, V> {
 public:
+    /// The hash of a key.
     typedef unsigned long (*KeyHashFunc)(K const&);
+    /// The stored pair.
     typedef ValHashMapEntry<K, V> Entry;
 
     /// An empty map of hashSize buckets hashing keys with keyHashFunc (String::Hash for
@@ -152,10 +154,12 @@ public:
         mCurEntry = mSetIterator.Get();
         return mCurEntry != nullptr;
     }
+    ///@{
     /// The current key and stored value. Throw NotInitializedIteratorException "The iterator
     /// is not initialized or it reached last item." without a current entry.
     K const& GetKey() const { return Current()->mKey; }
     V& GetValue() const { return Current()->mValue; }
+    ///@}
     /// The current entry, or null before the first entry and after the last.
     ValHashMapEntry<K, V>* GetEntry() const { return mCurEntry; }
 

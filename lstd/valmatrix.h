@@ -13,6 +13,7 @@ class Matrix {
 public:
     /// A 0 x 0 matrix.
     Matrix() : mRows(0), mColumns(0) {}
+    /// The two dimensions; no storage.
     Matrix(unsigned long long const& rows, unsigned long long const& columns)
         : mRows(rows), mColumns(columns) {}
     /// Copies the dimensions.
@@ -31,11 +32,15 @@ public:
         return *this;
     }
 
+    /// The number of rows.
     unsigned long long const& GetRows() const { return mRows; }
+    /// The number of columns.
     unsigned long long const& GetColumns() const { return mColumns; }
 
 protected:
+    /// The number of rows.
     unsigned long long mRows;
+    /// The number of columns.
     unsigned long long mColumns;
 };
 
@@ -44,6 +49,7 @@ template <typename T>
 class ValMatrix : public Matrix<T> {
 public:
     ValMatrix() {}
+    /// rows x columns default-constructed values.
     ValMatrix(unsigned long long const& rows, unsigned long long const& columns)
         : Matrix<T>(rows, columns) {}
     virtual ~ValMatrix() {}

@@ -44,6 +44,7 @@ public:
         return Search(v, found, at) != -1;
     }
 
+    /// The comparator given at construction, or null (T's operator<).
     Comparator<T>* GetComparator() const { return mComparator; }
 
 protected:
@@ -84,6 +85,7 @@ protected:
         this->InsertBeforeNode(at.node, value);
     }
 
+    /// The ordering, not owned; null for T's operator<.
     Comparator<T>* mComparator;
 
 private:

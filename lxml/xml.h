@@ -34,6 +34,7 @@ public:
     /// Paired by position: mEscapseCharArr[i] stands for mUnescapseCharArr[i]
     /// ("&amp;" for "&", then the double quote, the apostrophe, "<" and ">").
     static lstd::String const mEscapseCharArr[5];
+    /// The five characters that EscapeText replaces, paired by position with mEscapseCharArr.
     static lstd::String const mUnescapseCharArr[5];
 
     /// The text with "&", the double quote, "'", "<" and ">" replaced by their entities.

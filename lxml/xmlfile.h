@@ -34,7 +34,9 @@ public:
     /// Whether the file is open, and with every bit of mode.
     using liop::File::IsOpened;
 
+    /// The parser: connect slots to its signals and call Parse().
     XMLParser& GetParser() { return mParser; }
+    /// The creator: build the nodes to write here.
     XMLCreator& GetCreator() { return mCreator; }
 
 private:

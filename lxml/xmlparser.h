@@ -18,6 +18,7 @@ namespace lxml {
 /// followed by " is invalid XML tag definition").
 class InvalidXMLTag : public lstd::Exception {
 public:
+    /// The message is tag's text; file and line are those of the throw.
     InvalidXMLTag(lstd::String const& tag, char const* file, unsigned long long const& line);
     virtual ~InvalidXMLTag();
 };
@@ -54,6 +55,7 @@ public:
 /// while its slots run. Time and memory are linear in the size of the input.
 class XMLParser {
 public:
+    /// Property name to unquoted, unescaped value.
     typedef lstd::ValHashMap<lstd::String, lstd::String> PropertyMap;
 
     /// No buffer, nothing pending, not terminated, no connection. Throws

@@ -23,6 +23,7 @@ public:
     /// The string hash of the name: the hash of every node's property set.
     static unsigned long Hash(XMLProperty const* property);
 
+    /// The value, read and changed directly.
     XMLPropValue mValue;
 };
 }  // namespace lxml

@@ -12,6 +12,7 @@ namespace lxml {
 /// A value was read as a kind other than the one it holds.
 class XMLPropValMissedTypeException : public lstd::Exception {
 public:
+    /// Reading a value as a kind it does not hold: message, file and line of the throw.
     XMLPropValMissedTypeException(char const* message, char const* file,
                                   unsigned long long const& line);
     virtual ~XMLPropValMissedTypeException();
@@ -42,6 +43,9 @@ public:
     /// The kind held (a reference to it).
     XMLPropValueType const& GetType() const { return mType; }
 
+    /// Stores value and makes its kind the one held; a numeric setter keeps the text and
+    /// SetStringValue keeps the number.
+    ///@{
     void SetInt32Value(long const& value);
     void SetUInt32Value(unsigned long const& value);
     void SetInt64Value(long long const& value);
@@ -49,7 +53,9 @@ public:
     void SetFloat32Value(float const& value);
     void SetFloat64Value(double const& value);
     void SetStringValue(lstd::String const& value);
+    ///@}
 
+    ///@{
     /// The stored value when its kind is held; otherwise each getter throws
     /// XMLPropValMissedTypeException "XML property value is not <kind> type." ("String type"
     /// for the text) and the value is untouched.
@@ -60,6 +66,7 @@ public:
     float const& GetFloat32Value() const;
     double const& GetFloat64Value() const;
     lstd::String const& GetStringValue() const;
+    ///@}
 
 private:
     union NumValue {

@@ -20,6 +20,7 @@ public:
     /// 0.
     int GetType() const override;
 
+    /// The text, unescaped.
     lstd::String const& GetText() const { return mText; }
     /// Replaces the text. Throws lstd::NotEnoughMemoryException (the text is then unchanged).
     void SetText(lstd::String const& text);
