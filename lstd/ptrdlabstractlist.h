@@ -33,14 +33,32 @@ class PtrDLAbstractListIterator;
 /// they are deleted only by Clear(1); the destructor clears with 0 and every removing
 /// operation hands the pointer back. Positional access walks from the nearer end (the
 /// middle of an even list is reached from the tail); there is no cached cursor. Lists are
-/// not copyable. Append and Find are supplied by PtrDLinkList.
+/// not copyable; they move (see PtrDLinkList). Append and Find are supplied by PtrDLinkList.
+///
+/// begin() and end() walk the items head to tail for range-for and <algorithm>: a
+/// bidirectional iterator whose element is the item slot (T*&, T* const& when const).
 template <typename T>
 class PtrDLAbstractList : public Collection<T>, public IPtrOrderList<T> {
 public:
+    typedef dlink::NodeIterator<PtrDLAbstractList, PtrDoubleLink<T>, T*, T*&,
+                                &PtrDoubleLink<T>::mItem>
+        iterator;
+    typedef dlink::NodeIterator<PtrDLAbstractList, PtrDoubleLink<T>, T*, T* const&,
+                                &PtrDoubleLink<T>::mItem>
+        const_iterator;
+    typedef T* value_type;
+
     PtrDLAbstractList() : mCount(0), mHead(nullptr), mTail(nullptr) {}
     PtrDLAbstractList(PtrDLAbstractList const&) = delete;
     PtrDLAbstractList& operator=(PtrDLAbstractList const&) = delete;
     virtual ~PtrDLAbstractList() { Clear(0); }
+
+    iterator begin() { return iterator(mHead, this); }
+    iterator end() { return iterator(nullptr, this); }
+    const_iterator begin() const { return const_iterator(mHead, this); }
+    const_iterator end() const { return const_iterator(nullptr, this); }
+    const_iterator cbegin() const { return begin(); }
+    const_iterator cend() const { return end(); }
 
     using Collection<T>::operator=;
     using Collection<T>::operator==;
@@ -140,6 +158,22 @@ public:
     PtrDoubleLink<T>* GetTail() const { return mTail; }
 
 protected:
+    /// Takes other's nodes, leaving other empty; no item is copied or deleted.
+    PtrDLAbstractList(PtrDLAbstractList&& other) noexcept
+        : Collection<T>(), IPtrOrderList<T>(), mCount(other.mCount), mHead(other.mHead),
+          mTail(other.mTail) {
+        other.Forget();
+    }
+    /// Drops this list's nodes (never its items), then takes other's, leaving other empty.
+    void TakeNodes(PtrDLAbstractList& other) noexcept {
+        if (this == &other)
+            return;
+        PtrDLAbstractList<T>::Clear(0);
+        mCount = other.mCount;
+        mHead = other.mHead;
+        mTail = other.mTail;
+        other.Forget();
+    }
     /// Links a new node holding item before node (after the tail when node is null) and
     /// returns it. Throws NotEnoughMemoryException with the allocator's text.
     PtrDoubleLink<T>* InsertBeforeNode(PtrDoubleLink<T>* node, T* item) {
@@ -192,6 +226,12 @@ protected:
     unsigned long mCount;
     PtrDoubleLink<T>* mHead;
     PtrDoubleLink<T>* mTail;
+
+private:
+    void Forget() {
+        mCount = 0;
+        mHead = mTail = nullptr;
+    }
 
     friend class PtrDLAbstractListIterator<T>;
 };
