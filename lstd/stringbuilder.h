@@ -16,6 +16,9 @@ public:
     StringBuilder();
     StringBuilder(StringBuilder const& other);
     StringBuilder& operator=(StringBuilder const& other);
+    /// Takes other's pieces without copying them; other is left an empty builder.
+    StringBuilder(StringBuilder&& other) noexcept;
+    StringBuilder& operator=(StringBuilder&& other) noexcept;
     virtual ~StringBuilder();
 
     /// Appends a copy of s as a new piece (an empty s is an empty piece). Throws
