@@ -9,6 +9,7 @@
 
 #include <cstdlib>
 #include <new>
+#include <utility>
 
 namespace lstd {
 
@@ -16,7 +17,8 @@ namespace lstd {
 /// a block that cannot be had is split in halves and retried, down to single elements. The
 /// array owns its elements (built when a block is made, destroyed with it). Shrinking trims
 /// with realloc: kept elements may move bitwise and trimmed ones are never destroyed, so
-/// shrink only element types that tolerate both (words, pointers). Not copyable.
+/// shrink only element types that tolerate both (words, pointers). Not copyable; a move
+/// hands the blocks over. begin() and end() give random-access iterators (std::sort works).
 template <typename T>
 class Array {
 public:
@@ -42,6 +44,8 @@ public:
         }
         /// The number of elements in this block.
         unsigned long GetBlockSize() const { return mBlockSize; }
+        /// The block's elements.
+        T* GetData() const { return mData; }
         /// Blocks are told apart by identity (the block list searches with it).
         bool operator==(Block const& other) const { return this == &other; }
         /// Keeps the first kept elements by realloc; false (nothing changed) when that fails.
@@ -63,13 +67,40 @@ public:
         friend class Array;
     };
 
+    typedef blockchain::ElementIterator<Block, T, T&> iterator;
+    typedef blockchain::ElementIterator<Block, T, T const&> const_iterator;
+    typedef T value_type;
+
     /// length default-constructed elements (no block for 0). Throws NotEnoughMemoryException
     /// when even a one-element block cannot be had.
     explicit Array(unsigned long const& length);
     Array(Array const&) = delete;
     Array& operator=(Array const&) = delete;
+    /// Takes other's blocks; other is left an array of length 0. No element is copied.
+    Array(Array&& other) noexcept : mBlocks(std::move(other.mBlocks)), mLength(other.mLength) {
+        other.mLength = 0;
+    }
+    /// Deletes this array's blocks (destroying their elements), then takes other's; other is
+    /// left an array of length 0.
+    Array& operator=(Array&& other) noexcept {
+        if (this != &other) {
+            mBlocks.Clear(1);
+            mBlocks = std::move(other.mBlocks);
+            mLength = other.mLength;
+            other.mLength = 0;
+        }
+        return *this;
+    }
     /// Deletes every block, destroying the elements.
     virtual ~Array() { mBlocks.Clear(1); }
+
+    /// Random-access iteration over elements 0 to GetLength() - 1.
+    iterator begin() { return iterator(&mBlocks, 0); }
+    iterator end() { return iterator(&mBlocks, mLength); }
+    const_iterator begin() const { return const_iterator(&mBlocks, 0); }
+    const_iterator end() const { return const_iterator(&mBlocks, mLength); }
+    const_iterator cbegin() const { return begin(); }
+    const_iterator cend() const { return end(); }
 
     ///@{
     /// Element index; throws InvalidIndexException "The index '%d' is invalid. (mLength=%d)"

@@ -25,6 +25,15 @@ CircularBuffer::CircularBuffer(long long const& capacity)
     }
 }
 
+CircularBuffer::CircularBuffer(CircularBuffer&& other) noexcept
+    : mBuffer(other.mBuffer), mCapacity(other.mCapacity), mLength(other.mLength),
+      mReadPosition(other.mReadPosition), mWritePosition(other.mWritePosition),
+      mByteCounter(other.mByteCounter) {
+    other.mBuffer = nullptr;
+    other.mCapacity = other.mLength = other.mReadPosition = other.mWritePosition = 0;
+    other.mByteCounter = 0;
+}
+
 CircularBuffer::~CircularBuffer() { delete[] mBuffer; }
 
 bool CircularBuffer::Write(char const* data, unsigned long n) {

@@ -16,6 +16,10 @@ public:
     /// NotEnoughMemoryException with the allocator's text when the block cannot be had.
     CircularBuffer(long long const& capacity);
     CircularBuffer(CircularBuffer const&) = delete;
+    /// Takes other's block, bytes, positions and counter; other is left a buffer of capacity
+    /// 0 without a block. There is no move assignment on purpose: assigning a temporary keeps
+    /// going through the copy assignment below, whose behaviour callers rely on.
+    CircularBuffer(CircularBuffer&& other) noexcept;
     virtual ~CircularBuffer();
 
     /// Stores all n bytes, or nothing and returns false when they do not fit.

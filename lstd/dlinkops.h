@@ -5,6 +5,8 @@
 #include <lstd/exception.h>
 #include <lstd/string.h>
 
+#include <cstddef>
+#include <iterator>
 #include <memory>
 #include <new>
 #include <type_traits>
@@ -115,6 +117,65 @@ void LinkBefore(Node*& head, Node*& tail, Node* at, Node* fresh) {
     else
         tail = fresh;
 }
+
+/// The standard-library iterator of the linked lists (range-for, <algorithm>): bidirectional,
+/// one node pointer and the list, no allocation and no virtual call. ++ and -- follow the
+/// links; end() has no node, and -- from it reaches the tail. Ref is the element reference
+/// (Member of the node), const for a const_iterator, to which an iterator converts. Valid
+/// while its node is in the list.
+template <typename List, typename Node, typename Value, typename Ref, Value Node::*Member>
+class NodeIterator {
+public:
+    typedef std::bidirectional_iterator_tag iterator_category;
+    typedef Value value_type;
+    typedef std::ptrdiff_t difference_type;
+    typedef typename std::remove_reference<Ref>::type* pointer;
+    typedef Ref reference;
+
+    NodeIterator() : mNode(nullptr), mList(nullptr) {}
+    NodeIterator(Node* node, List const* list) : mNode(node), mList(list) {}
+    /// An iterator converts to a const_iterator.
+    template <typename Other,
+              typename = typename std::enable_if<std::is_convertible<Other, Ref>::value &&
+                                                 !std::is_same<Other, Ref>::value>::type>
+    NodeIterator(NodeIterator<List, Node, Value, Other, Member> const& other)
+        : mNode(other.GetNode()), mList(other.GetList()) {}
+
+    reference operator*() const { return mNode->*Member; }
+    pointer operator->() const { return &(mNode->*Member); }
+    NodeIterator& operator++() {
+        mNode = mNode->mNext;
+        return *this;
+    }
+    NodeIterator operator++(int) {
+        NodeIterator const before = *this;
+        mNode = mNode->mNext;
+        return before;
+    }
+    NodeIterator& operator--() {
+        mNode = mNode != nullptr ? mNode->mPrev : mList->GetTail();
+        return *this;
+    }
+    NodeIterator operator--(int) {
+        NodeIterator const before = *this;
+        --*this;
+        return before;
+    }
+    friend bool operator==(NodeIterator const& a, NodeIterator const& b) {
+        return a.mNode == b.mNode;
+    }
+    friend bool operator!=(NodeIterator const& a, NodeIterator const& b) {
+        return a.mNode != b.mNode;
+    }
+
+    /// The current node, null at the end.
+    Node* GetNode() const { return mNode; }
+    List const* GetList() const { return mList; }
+
+private:
+    Node* mNode;
+    List const* mList;
+};
 
 /// Unlinks node, joining its neighbours and moving head or tail as needed.
 template <typename Node>

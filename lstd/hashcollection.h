@@ -32,10 +32,18 @@
 #include <lstd/ptrdlinklist.h>
 #include <lstd/valdlinklist.h>
 
+#include <lstd/hashgenerator.h>
+#include <lstd/string.h>
+
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <initializer_list>
+#include <iterator>
 #include <new>
+#include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -43,13 +51,19 @@ namespace lstd {
 
 template <typename T>
 class HashCollectionIterator;
+namespace hashtable {
+template <typename T>
+class Cursor;
+}
 template <typename K, typename V>
 class PtrHashMap;
 template <typename K, typename V>
 class ValHashMap;
 
 /// Root of the hash collections: the table size, the item count and the hash value cache (the
-/// ascending numbers of the non-empty buckets, which iteration walks). Not copyable.
+/// ascending numbers of the non-empty buckets, which iteration walks). Not copyable; the
+/// concrete collections move. A moved-from collection is empty and keeps its table size and
+/// hash function; a move assignment gives the target the source's.
 template <typename T>
 class HashCollection : public Collection<T> {
 public:
@@ -88,6 +102,27 @@ protected:
           mModulus(hashSize != 0 ? hashSize : 1) {
         if (hashSize == 0)
             LSTD_THROW(InvalidOperationException, "The hash table size is invalid. (size = 0)");
+    }
+    /// Takes other's items and bookkeeping (see Take).
+    HashCollection(HashCollection&& other) noexcept
+        : Collection<T>(), mItemCount(0), mHashSize(other.mHashSize), mCacheDirty(0),
+          mTable(other.mHashSize), mModulus(other.mModulus) {
+        Take(other);
+    }
+    /// This collection, holding nothing (after ResetAll), takes other's buckets, count,
+    /// cache and table size; other is left empty with its own table size. Never throws.
+    void Take(HashCollection& other) noexcept {
+        mTable.Take(other.mTable);
+        mItemCount = other.mItemCount;
+        mHashSize = other.mHashSize;
+        mModulus = other.mModulus;
+        mCacheDirty = other.mCacheDirty;
+        mHashValueCache.swap(other.mHashValueCache);
+        mPending.swap(other.mPending);
+        other.mItemCount = 0;
+        other.mCacheDirty = 0;
+        other.mHashValueCache.clear();
+        other.mPending.clear();
     }
 
     /// The bucket of hash, and the first of its items whose hash has the digest of hash and
@@ -261,7 +296,197 @@ private:
     }
 
     friend class HashCollectionIterator<T>;
+    friend class hashtable::Cursor<T>;
 };
+
+namespace hashtable {
+/// The walk behind the standard-library iterators of the hash collections and maps: the item
+/// slots of a HashCollection in its iteration order, the order of HashCollectionIterator
+/// (ascending bucket numbers, then append order), without allocating and without repairing
+/// the hash value cache. An up-to-date cache is walked as it stands (an empty one, as after
+/// HashCollection::Clear(), stands for bucket mHashSize - 1, as for the iterator); an out of
+/// date one is read together with the buckets noted since (whose notes it sorts in place,
+/// even through the const reference) or, for a dense index, replaced by the bucket array
+/// itself. Within a bucket a step is a pointer increment. Changing the collection
+/// invalidates the cursor.
+template <typename T>
+class Cursor {
+public:
+    typedef typename HashCollection<T>::Slot Slot;
+
+    /// The end of every walk.
+    Cursor()
+        : mCollection(nullptr), mItem(nullptr), mEnd(nullptr), mNext(0), mNoted(0), mLast(0),
+          mMode(DONE) {}
+    /// On the first item of collection, or the end when it has none.
+    explicit Cursor(HashCollection<T> const& collection)
+        : mCollection(&collection), mItem(nullptr), mEnd(nullptr), mNext(0), mNoted(0), mLast(0),
+          mMode(CACHE) {
+        if (collection.mCacheDirty == 1) {
+            if (collection.mTable.IsDense()) {
+                mMode = DENSE;
+            } else {
+                std::sort(collection.mPending.begin(), collection.mPending.end());
+                mMode = MERGE;
+            }
+        } else if (collection.mHashValueCache.empty()) {
+            mMode = LAST;
+        }
+        NextBucket();
+    }
+
+    /// The current slot; null at the end.
+    Slot const* Get() const { return mItem; }
+    /// Moves to the next item (not past the end).
+    void Advance() {
+        if (++mItem == mEnd)
+            NextBucket();
+    }
+
+private:
+    typedef typename HashCollection<T>::Bucket Bucket;
+    enum Mode : unsigned char { CACHE, LAST, DENSE, MERGE, DONE };
+
+    // Stands on the first item of bucket number; false when it holds none.
+    bool Enter(unsigned long const& number) {
+        Bucket const* bucket = mCollection->mTable.Find(number);
+        if (bucket == nullptr || bucket->mCount == 0)
+            return false;
+        mItem = bucket->Items();
+        mEnd = mItem + bucket->mCount;
+        return true;
+    }
+    // Stands on the first item of the next bucket that holds one, or at the end.
+    void NextBucket() {
+        HashCollection<T> const& c = *mCollection;
+        std::vector<unsigned long> const& cache = c.mHashValueCache;
+        switch (mMode) {
+        case CACHE:
+            while (mNext < cache.size())
+                if (Enter(cache[mNext++]))
+                    return;
+            break;
+        case LAST:
+            mMode = DONE;
+            if (Enter(c.mHashSize - 1))
+                return;
+            break;
+        case DENSE:
+            while (mNext < c.mHashSize)
+                if (Enter(mNext++))
+                    return;
+            break;
+        case MERGE: {
+            // The cache and the notes, both ascending, merged; a number met twice (noted
+            // again, or in both) is entered once.
+            std::vector<unsigned long> const& noted = c.mPending;
+            for (;;) {
+                bool const fromCache = mNext < cache.size() &&
+                                       (mNoted >= noted.size() || cache[mNext] <= noted[mNoted]);
+                if (!fromCache && mNoted >= noted.size())
+                    break;
+                unsigned long const number = fromCache ? cache[mNext++] : noted[mNoted++];
+                if (number < mLast)
+                    continue;
+                mLast = number + 1;
+                if (Enter(number))
+                    return;
+            }
+            break;
+        }
+        case DONE:
+            break;
+        }
+        mMode = DONE;
+        mItem = mEnd = nullptr;
+    }
+
+    HashCollection<T> const* mCollection;
+    Slot const* mItem;     // the current slot, null at the end
+    Slot const* mEnd;      // past the current bucket's last slot
+    unsigned long mNext;   // CACHE, MERGE: next cache index; DENSE: next bucket number
+    unsigned long mNoted;  // MERGE: next index of the sorted notes
+    unsigned long mLast;   // MERGE: the bucket number last tried, plus one (0: none yet)
+    Mode mMode;
+};
+
+/// The standard-library iterator of the hash collections and maps (range-for, <algorithm>):
+/// forward, in iteration order (see Cursor); no allocation, no virtual call. Access::Get(slot)
+/// is the element reference Ref; an iterator converts to the const_iterator of the same walk.
+template <typename T, typename Value, typename Ref, typename Access>
+class HashIterator {
+public:
+    typedef std::forward_iterator_tag iterator_category;
+    typedef Value value_type;
+    typedef std::ptrdiff_t difference_type;
+    typedef typename std::remove_reference<Ref>::type* pointer;
+    typedef Ref reference;
+
+    /// The end.
+    HashIterator() {}
+    /// On the first item of collection.
+    explicit HashIterator(HashCollection<T> const& collection) : mCursor(collection) {}
+    template <typename OtherRef, typename OtherAccess,
+              typename = typename std::enable_if<std::is_convertible<OtherRef, Ref>::value &&
+                                                 !std::is_same<OtherRef, Ref>::value>::type>
+    HashIterator(HashIterator<T, Value, OtherRef, OtherAccess> const& other)
+        : mCursor(other.mCursor) {}
+
+    reference operator*() const { return Access::Get(*mCursor.Get()); }
+    pointer operator->() const { return &Access::Get(*mCursor.Get()); }
+    HashIterator& operator++() {
+        mCursor.Advance();
+        return *this;
+    }
+    HashIterator operator++(int) {
+        HashIterator const before = *this;
+        mCursor.Advance();
+        return before;
+    }
+    friend bool operator==(HashIterator const& a, HashIterator const& b) {
+        return a.mCursor.Get() == b.mCursor.Get();
+    }
+    friend bool operator!=(HashIterator const& a, HashIterator const& b) {
+        return a.mCursor.Get() != b.mCursor.Get();
+    }
+
+private:
+    Cursor<T> mCursor;
+
+    template <typename, typename, typename, typename>
+    friend class HashIterator;
+};
+
+/// The element of a pointer collection: the stored pointer, read-only (changing it in place
+/// would move the item to another bucket).
+template <typename T>
+struct PointerAccess {
+    static T* const& Get(Slot<T> const& slot) { return slot.mPointer; }
+};
+/// The element of a map: the entry a stored pointer points to, as Ref (Entry& or Entry const&).
+template <typename Entry, typename Ref>
+struct EntryAccess {
+    static Ref Get(Slot<Entry> const& slot) { return *slot.mPointer; }
+};
+
+/// The hash that hashFunc, which hashes Strings, gives the String holding text: computed from
+/// the bytes when hashFunc is String::Hash (the 64-bit FNV-1 of HashGenerator); other
+/// functions are given a String made from text.
+inline unsigned long HashOfText(unsigned long (*hashFunc)(String const&), std::string_view text) {
+    if (hashFunc == static_cast<unsigned long (*)(String const&)>(&String::Hash))
+        return HashGenerator::DoFNV1Hash64(text.data(), text.size());
+    return hashFunc(String(text));
+}
+inline unsigned long HashOfText(unsigned long (*hashFunc)(String const*), std::string_view text) {
+    if (hashFunc == static_cast<unsigned long (*)(String const*)>(&String::Hash))
+        return HashGenerator::DoFNV1Hash64(text.data(), text.size());
+    String const key(text);
+    return hashFunc(&key);
+}
+/// Enables a lookup by text for collections of Strings only.
+template <typename T>
+using IfString = typename std::enable_if<std::is_same<T, String>::value, int>::type;
+}  // namespace hashtable
 
 /// The items of one bucket as a pointer list. The collections keep their buckets in the
 /// compact form described at the top of this file; CopyEntry hands a bucket out in this form.
@@ -285,18 +510,40 @@ public:
 /// A hash collection of T pointers. It keeps the pointers it is given and deletes them only
 /// in Clear(1); its destructor and Remove never delete an item. No duplicate check: the same
 /// or an equal item may stand several times. Lookups compare contents with T's operator==.
+///
+/// begin() and end() walk the items in iteration order for range-for and <algorithm>: a
+/// forward iterator over the stored pointers (T* const&), allocating nothing. A move hands
+/// the pointers over, deleting none (a move assignment forgets the target's, as Clear(0)).
 template <typename T>
 class PtrHashCollection : public HashCollection<T>, public IPtrCollection<T> {
 public:
     /// The item hash; an item goes into bucket hash % table size.
     typedef unsigned long (*HashFunc)(T const*);
+    typedef hashtable::HashIterator<T, T*, T* const&, hashtable::PointerAccess<T>> const_iterator;
+    typedef const_iterator iterator;
+    typedef T* value_type;
 
     /// Throws InvalidOperationException "The hash table size is invalid. (size = 0)" for 0.
     explicit PtrHashCollection(HashFunc hashFunc, unsigned long const& hashSize = 32767)
         : HashCollection<T>(hashSize), mHashFunc(hashFunc) {}
     PtrHashCollection(PtrHashCollection const&) = delete;
     PtrHashCollection& operator=(PtrHashCollection const&) = delete;
+    PtrHashCollection(PtrHashCollection&& other) noexcept
+        : HashCollection<T>(std::move(other)), IPtrCollection<T>(), mHashFunc(other.mHashFunc) {}
+    PtrHashCollection& operator=(PtrHashCollection&& other) noexcept {
+        if (this != &other) {
+            this->ResetAll();
+            this->Take(other);
+            mHashFunc = other.mHashFunc;
+        }
+        return *this;
+    }
     virtual ~PtrHashCollection() {}
+
+    const_iterator begin() const { return const_iterator(*this); }
+    const_iterator end() const { return const_iterator(); }
+    const_iterator cbegin() const { return begin(); }
+    const_iterator cend() const { return end(); }
 
     using Collection<T>::operator=;
     using HashCollection<T>::Clear;
@@ -363,6 +610,18 @@ public:
         if (item == nullptr)
             return nullptr;
         return FindHashed(mHashFunc(item), [item](T const& stored) { return stored == *item; });
+    }
+    /// For Strings: the first stored String whose bytes equal text (NULs included), or null.
+    /// No String is made when the collection hashes with String::Hash.
+    template <typename Q = T, hashtable::IfString<Q> = 0>
+    T* Find(std::string_view text) const {
+        return FindHashed(hashtable::HashOfText(mHashFunc, text),
+                          [text](String const& stored) { return stored == text; });
+    }
+    /// Find by the text of a C string (null is the empty text).
+    template <typename Q = T, hashtable::IfString<Q> = 0>
+    T* Find(char const* s) const {
+        return Find(text::Of(s));
     }
     /// Empties out with Clear(0), then appends every item in iteration order, repairing the
     /// cache first when it is out of date (see UpdateHashValueCache for what that may throw).
@@ -491,20 +750,51 @@ struct ValueStore<T, true> {
 };
 }  // namespace hashtable
 
+namespace hashtable {
+/// The element of a value collection: the stored value, read-only (changing it in place
+/// could change its hash; Apply rehashes).
+template <typename T>
+struct ValueAccess {
+    static T const& Get(Slot<T> const& slot) { return *ValueStore<T>::Get(slot); }
+};
+}  // namespace hashtable
+
 /// A hash collection of copies of T; removal copies the value out. No duplicate check.
 /// Lookups compare with T's operator==, the stored value on the left.
+///
+/// begin() and end() walk the values in iteration order for range-for and <algorithm>: a
+/// forward iterator over the stored values (T const&), allocating nothing. A move copies no
+/// value (a move assignment destroys the target's values first).
 template <typename T>
 class ValHashCollection : public HashCollection<T>, public IValCollection<T> {
 public:
     /// The value hash; a value goes into bucket hash % table size.
     typedef unsigned long (*HashFunc)(T const&);
+    typedef hashtable::HashIterator<T, T, T const&, hashtable::ValueAccess<T>> const_iterator;
+    typedef const_iterator iterator;
+    typedef T value_type;
 
     /// Throws InvalidOperationException "The hash table size is invalid. (size = 0)" for 0.
     explicit ValHashCollection(HashFunc hashFunc, unsigned long const& hashSize = 32767)
         : HashCollection<T>(hashSize), mHashFunc(hashFunc) {}
     ValHashCollection(ValHashCollection const&) = delete;
     ValHashCollection& operator=(ValHashCollection const&) = delete;
+    ValHashCollection(ValHashCollection&& other) noexcept
+        : HashCollection<T>(std::move(other)), IValCollection<T>(), mHashFunc(other.mHashFunc) {}
+    ValHashCollection& operator=(ValHashCollection&& other) noexcept {
+        if (this != &other) {
+            DestroyValues();
+            this->Take(other);
+            mHashFunc = other.mHashFunc;
+        }
+        return *this;
+    }
     virtual ~ValHashCollection() { DestroyValues(); }
+
+    const_iterator begin() const { return const_iterator(*this); }
+    const_iterator end() const { return const_iterator(); }
+    const_iterator cbegin() const { return begin(); }
+    const_iterator cend() const { return end(); }
 
     using Collection<T>::operator=;
 
@@ -579,6 +869,25 @@ public:
             *found = *stored;
         return stored != nullptr;
     }
+    /// For Strings: whether a stored String's bytes equal text (NULs included); copies it to
+    /// *found when given. No String is made when the collection hashes with String::Hash.
+    template <typename Q = T, hashtable::IfString<Q> = 0>
+    bool Find(std::string_view text, T* found = nullptr) const {
+        unsigned long position = 0;
+        Bucket* bucket = HashCollection<T>::Locate(
+            hashtable::HashOfText(mHashFunc, text), position,
+            [text](Slot const& slot) { return *Store::Get(slot) == text; });
+        if (bucket == nullptr || position == bucket->mCount)
+            return false;
+        if (found != nullptr)
+            *found = *Store::Get(bucket->Items()[position]);
+        return true;
+    }
+    /// Find by the text of a C string (null is the empty text).
+    template <typename Q = T, hashtable::IfString<Q> = 0>
+    bool Find(char const* s, T* found = nullptr) const {
+        return Find(text::Of(s), found);
+    }
     /// The number of values stored.
     unsigned long GetNumberOfEntry() const override { return this->mItemCount; }
 
@@ -642,6 +951,12 @@ public:
     explicit PtrHashSet(typename PtrHashCollection<T>::HashFunc hashFunc,
                         unsigned long const& hashSize = 32767)
         : PtrHashCollection<T>(hashFunc, hashSize) {}
+    /// Hands the pointers over, deleting none; other is left empty.
+    PtrHashSet(PtrHashSet&& other) noexcept : PtrHashCollection<T>(std::move(other)) {}
+    PtrHashSet& operator=(PtrHashSet&& other) noexcept {
+        PtrHashCollection<T>::operator=(std::move(other));
+        return *this;
+    }
     virtual ~PtrHashSet() {}
 
     using PtrHashCollection<T>::operator=;
@@ -667,6 +982,19 @@ public:
     explicit ValHashSet(typename ValHashCollection<T>::HashFunc hashFunc,
                         unsigned long const& hashSize = 32767)
         : ValHashCollection<T>(hashFunc, hashSize) {}
+    /// Copies of values, appended in order (a duplicate is skipped, as by Append).
+    ValHashSet(std::initializer_list<T> values, typename ValHashCollection<T>::HashFunc hashFunc,
+               unsigned long const& hashSize = 32767)
+        : ValHashCollection<T>(hashFunc, hashSize) {
+        for (T const& value : values)
+            Append(value);
+    }
+    /// Copies no value; other is left empty.
+    ValHashSet(ValHashSet&& other) noexcept : ValHashCollection<T>(std::move(other)) {}
+    ValHashSet& operator=(ValHashSet&& other) noexcept {
+        ValHashCollection<T>::operator=(std::move(other));
+        return *this;
+    }
     virtual ~ValHashSet() {}
 
     using ValHashCollection<T>::operator=;

@@ -268,6 +268,21 @@ public:
         mCapacity = mSize = 0;
         mShift = 0;
     }
+    /// Releases this index's memory and takes other's buckets and table size; other is left
+    /// empty, with its table size. Never throws.
+    void Take(BucketIndex& other) {
+        Clear();
+        mSlots = other.mSlots;
+        mDense = other.mDense;
+        mCapacity = other.mCapacity;
+        mSize = other.mSize;
+        mShift = other.mShift;
+        mHashSize = other.mHashSize;
+        other.mSlots = nullptr;
+        other.mDense = nullptr;
+        other.mCapacity = other.mSize = 0;
+        other.mShift = 0;
+    }
     /// Exchanges the contents of two indexes of the same table size.
     void Swap(BucketIndex& other) {
         Exchange(mSlots, other.mSlots);

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <new>
+#include <utility>
 
 namespace lstd {
 namespace hashtable {
@@ -30,6 +31,20 @@ public:
     EntryPool(EntryPool const&) = delete;
     EntryPool& operator=(EntryPool const&) = delete;
     ~EntryPool() { ReleaseAll(); }
+
+    /// Frees this pool's blocks (their entries must be destroyed already) and takes other's
+    /// blocks and places; other is left empty.
+    void Take(EntryPool& other) {
+        ReleaseAll();
+        mBlocks = other.mBlocks;
+        mFree = other.mFree;
+        mNext = other.mNext;
+        mEnd = other.mEnd;
+        mBlockPlaces = other.mBlockPlaces;
+        other.mBlocks = nullptr;
+        other.mFree = other.mNext = other.mEnd = nullptr;
+        other.mBlockPlaces = 0;
+    }
 
     /// A place for one entry. Throws NotEnoughMemoryException.
     void* Take() {
@@ -159,6 +174,11 @@ public:
     virtual ~PtrPairEntry() {}
 
     /// The key, not owned.
+    K* GetKey() const { return mKey; }
+    /// The value, not owned.
+    V* GetValue() const { return mValue; }
+
+    /// The key, not owned.
     K* mKey;
     /// The value, not owned.
     V* mValue;
@@ -171,6 +191,13 @@ public:
     /// Copies key and value.
     ValPairEntry(K const& key, V const& value) : mKey(key), mValue(value) {}
     virtual ~ValPairEntry() {}
+
+    /// The key, read-only: the map finds the entry by it.
+    K const& GetKey() const { return mKey; }
+    /// The value, writable in place.
+    V& GetValue() { return mValue; }
+    /// The value.
+    V const& GetValue() const { return mValue; }
 
     /// The key.
     K mKey;
@@ -238,5 +265,66 @@ public:
     HashMapIterator() {}
     virtual ~HashMapIterator() {}
 };
+
+// The map entries that range-for yields unpack into key and value:
+// for (auto& [key, value] : map). A ValHashMapEntry gives K const and V, a PtrHashMapEntry
+// K* const and V* (the value pointer may be replaced, as Append does).
+
+/// The key (I = 0) or the value (I = 1) of entry.
+template <std::size_t I, typename K, typename V>
+auto& get(ValHashMapEntry<K, V>& entry) {
+    static_assert(I < 2, "a map entry has a key and a value");
+    if constexpr (I == 0)
+        return entry.GetKey();
+    else
+        return entry.GetValue();
+}
+template <std::size_t I, typename K, typename V>
+auto& get(ValHashMapEntry<K, V> const& entry) {
+    static_assert(I < 2, "a map entry has a key and a value");
+    if constexpr (I == 0)
+        return entry.GetKey();
+    else
+        return entry.GetValue();
+}
+template <std::size_t I, typename K, typename V>
+auto& get(PtrHashMapEntry<K, V>& entry) {
+    static_assert(I < 2, "a map entry has a key and a value");
+    if constexpr (I == 0)
+        return static_cast<K* const&>(entry.mKey);
+    else
+        return entry.mValue;
+}
+template <std::size_t I, typename K, typename V>
+auto& get(PtrHashMapEntry<K, V> const& entry) {
+    static_assert(I < 2, "a map entry has a key and a value");
+    if constexpr (I == 0)
+        return entry.mKey;
+    else
+        return entry.mValue;
+}
 }  // namespace lstd
+
+namespace std {
+template <typename K, typename V>
+struct tuple_size<lstd::ValHashMapEntry<K, V>> : std::integral_constant<std::size_t, 2> {};
+template <typename K, typename V>
+struct tuple_element<0, lstd::ValHashMapEntry<K, V>> {
+    typedef K const type;
+};
+template <typename K, typename V>
+struct tuple_element<1, lstd::ValHashMapEntry<K, V>> {
+    typedef V type;
+};
+template <typename K, typename V>
+struct tuple_size<lstd::PtrHashMapEntry<K, V>> : std::integral_constant<std::size_t, 2> {};
+template <typename K, typename V>
+struct tuple_element<0, lstd::PtrHashMapEntry<K, V>> {
+    typedef K* const type;
+};
+template <typename K, typename V>
+struct tuple_element<1, lstd::PtrHashMapEntry<K, V>> {
+    typedef V* type;
+};
+}  // namespace std
 #endif  // LSTD_HASHMAP_H

@@ -9,12 +9,13 @@
 
 #include <cstdlib>
 #include <new>
+#include <utility>
 
 namespace lstd {
 
 /// Array<T>'s block structure holding T pointers. It owns the slots only, never the
 /// objects pointed to: whoever stores a pointer deletes the object. New slots are null.
-/// Not copyable.
+/// Not copyable; a move hands the slots over. begin() and end() give random-access iterators.
 template <typename T>
 class PArray {
 public:
@@ -37,6 +38,8 @@ public:
         }
         /// The number of slots in this block.
         unsigned long GetBlockSize() const { return mBlockSize; }
+        /// The block's elements.
+        T** GetData() const { return mData; }
         /// Blocks are told apart by identity (the block list searches with it).
         bool operator==(PBlock const& other) const { return this == &other; }
         /// Keeps the first kept slots by realloc; false (nothing changed) when that fails.
@@ -56,13 +59,40 @@ public:
         friend class PArray;
     };
 
+    typedef blockchain::ElementIterator<PBlock, T*, T*&> iterator;
+    typedef blockchain::ElementIterator<PBlock, T*, T* const&> const_iterator;
+    typedef T* value_type;
+
     /// length null slots (no block for 0). Throws NotEnoughMemoryException when even a
     /// one-slot block cannot be had.
     explicit PArray(unsigned long const& length);
     PArray(PArray const&) = delete;
     PArray& operator=(PArray const&) = delete;
+    /// Takes other's slots; other is left an array of length 0. No object is deleted.
+    PArray(PArray&& other) noexcept : mBlocks(std::move(other.mBlocks)), mLength(other.mLength) {
+        other.mLength = 0;
+    }
+    /// Frees this array's slots (no object is deleted), then takes other's; other is left
+    /// an array of length 0.
+    PArray& operator=(PArray&& other) noexcept {
+        if (this != &other) {
+            mBlocks.Clear(1);
+            mBlocks = std::move(other.mBlocks);
+            mLength = other.mLength;
+            other.mLength = 0;
+        }
+        return *this;
+    }
     /// Frees the slots; no stored object is deleted.
     virtual ~PArray() { mBlocks.Clear(1); }
+
+    /// Random-access iteration over slots 0 to GetLength() - 1 (T*&, T* const& when const).
+    iterator begin() { return iterator(&mBlocks, 0); }
+    iterator end() { return iterator(&mBlocks, mLength); }
+    const_iterator begin() const { return const_iterator(&mBlocks, 0); }
+    const_iterator end() const { return const_iterator(&mBlocks, mLength); }
+    const_iterator cbegin() const { return begin(); }
+    const_iterator cend() const { return end(); }
 
     ///@{
     /// Slot index; throws InvalidIndexException "The index '%d' is invalid. (mLength=%d)"

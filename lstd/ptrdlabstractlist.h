@@ -37,14 +37,32 @@ class PtrDLAbstractListIterator;
 /// they are deleted only by Clear(1); the destructor clears with 0 and every removing
 /// operation hands the pointer back. Positional access walks from the nearer end (the
 /// middle of an even list is reached from the tail); there is no cached cursor. Lists are
-/// not copyable. Append and Find are supplied by PtrDLinkList.
+/// not copyable; they move (see PtrDLinkList). Append and Find are supplied by PtrDLinkList.
+///
+/// begin() and end() walk the items head to tail for range-for and <algorithm>: a
+/// bidirectional iterator whose element is the item slot (T*&, T* const& when const).
 template <typename T>
 class PtrDLAbstractList : public Collection<T>, public IPtrOrderList<T> {
 public:
+    typedef dlink::NodeIterator<PtrDLAbstractList, PtrDoubleLink<T>, T*, T*&,
+                                &PtrDoubleLink<T>::mItem>
+        iterator;
+    typedef dlink::NodeIterator<PtrDLAbstractList, PtrDoubleLink<T>, T*, T* const&,
+                                &PtrDoubleLink<T>::mItem>
+        const_iterator;
+    typedef T* value_type;
+
     PtrDLAbstractList() : mCount(0), mHead(nullptr), mTail(nullptr) {}
     PtrDLAbstractList(PtrDLAbstractList const&) = delete;
     PtrDLAbstractList& operator=(PtrDLAbstractList const&) = delete;
     virtual ~PtrDLAbstractList() { Clear(0); }
+
+    iterator begin() { return iterator(mHead, this); }
+    iterator end() { return iterator(nullptr, this); }
+    const_iterator begin() const { return const_iterator(mHead, this); }
+    const_iterator end() const { return const_iterator(nullptr, this); }
+    const_iterator cbegin() const { return begin(); }
+    const_iterator cend() const { return end(); }
 
     using Collection<T>::operator=;
     using Collection<T>::operator==;
@@ -149,6 +167,22 @@ public:
     PtrDoubleLink<T>* GetTail() const { return mTail; }
 
 protected:
+    /// Takes other's nodes, leaving other empty; no item is copied or deleted.
+    PtrDLAbstractList(PtrDLAbstractList&& other) noexcept
+        : Collection<T>(), IPtrOrderList<T>(), mCount(other.mCount), mHead(other.mHead),
+          mTail(other.mTail) {
+        other.Forget();
+    }
+    /// Drops this list's nodes (never its items), then takes other's, leaving other empty.
+    void TakeNodes(PtrDLAbstractList& other) noexcept {
+        if (this == &other)
+            return;
+        PtrDLAbstractList<T>::Clear(0);
+        mCount = other.mCount;
+        mHead = other.mHead;
+        mTail = other.mTail;
+        other.Forget();
+    }
     /// @cond INTERNAL
     /// Links a new node holding item before node (after the tail when node is null) and
     /// returns it. Throws NotEnoughMemoryException with the allocator's text.
@@ -203,6 +237,12 @@ protected:
     PtrDoubleLink<T>* mHead;
     PtrDoubleLink<T>* mTail;
     /// @endcond
+
+private:
+    void Forget() {
+        mCount = 0;
+        mHead = mTail = nullptr;
+    }
 
     friend class PtrDLAbstractListIterator<T>;
 };

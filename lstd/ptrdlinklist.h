@@ -4,6 +4,8 @@
 
 #include <lstd/ptrdlabstractlist.h>
 
+#include <utility>
+
 namespace lstd {
 
 /// The iterator that PtrDLinkList::CreateIterator returns.
@@ -23,10 +25,17 @@ public:
 };
 
 /// Doubly linked list of T pointers (see PtrDLAbstractList for ownership). Items may be null.
+/// Not copyable. A move hands the nodes over and leaves the source an empty list; no item is
+/// deleted (a move assignment drops the target's nodes as Clear(0) does).
 template <typename T>
 class PtrDLinkList : public PtrDLAbstractList<T> {
 public:
     PtrDLinkList() {}
+    PtrDLinkList(PtrDLinkList&& other) noexcept : PtrDLAbstractList<T>(std::move(other)) {}
+    PtrDLinkList& operator=(PtrDLinkList&& other) noexcept {
+        this->TakeNodes(other);
+        return *this;
+    }
     virtual ~PtrDLinkList() {}
 
     using PtrDLAbstractList<T>::operator=;

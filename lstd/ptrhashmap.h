@@ -7,6 +7,8 @@
 #include <lstd/hashmap.h>
 
 #include <new>
+#include <string_view>
+#include <utility>
 
 namespace lstd {
 
@@ -19,6 +21,11 @@ class PtrHashMapIterator;
 ///
 /// Lookups (Append, Get, Remove) hash the key once and search the set with a probe entry on
 /// the stack that holds the key pointer; nothing is allocated or copied to look a key up.
+///
+/// begin() and end() walk the entries in iteration order for range-for and <algorithm>: a
+/// forward iterator whose element is the entry (Entry&, Entry const& when const), with
+/// GetKey() and GetValue() (pointers); for (auto& [key, value] : map) unpacks it. A move hands
+/// the entries over and deletes no key or value; the source is left an empty map.
 template <typename K, typename V>
 class PtrHashMap : public HashMap<K, V> {
 public:
@@ -26,14 +33,38 @@ public:
     typedef unsigned long (*KeyHashFunc)(K const*);
     /// The stored pair.
     typedef PtrHashMapEntry<K, V> Entry;
+    typedef hashtable::HashIterator<Entry, Entry, Entry&, hashtable::EntryAccess<Entry, Entry&>>
+        iterator;
+    typedef hashtable::HashIterator<Entry, Entry, Entry const&,
+                                    hashtable::EntryAccess<Entry, Entry const&>>
+        const_iterator;
+    typedef Entry value_type;
 
     /// An empty map of hashSize buckets hashing keys with keyHashFunc (String::Hash for
     /// String keys). Throws InvalidOperationException "The hash table size is invalid.
     /// (size = 0)" for 0.
     explicit PtrHashMap(KeyHashFunc keyHashFunc, unsigned long const& hashSize = 32767)
         : mSet(&Entry::Hash, hashSize), mKeyHashFunc(keyHashFunc) {}
+    PtrHashMap(PtrHashMap&& other) noexcept
+        : HashMap<K, V>(), mSet(std::move(other.mSet)), mKeyHashFunc(other.mKeyHashFunc) {}
+    /// Deletes this map's entries (never its keys or values), then takes other's.
+    PtrHashMap& operator=(PtrHashMap&& other) noexcept {
+        if (this != &other) {
+            mSet.Clear(1);
+            mSet = std::move(other.mSet);
+            mKeyHashFunc = other.mKeyHashFunc;
+        }
+        return *this;
+    }
     /// Deletes the entries, never the keys or values.
     virtual ~PtrHashMap() { mSet.Clear(1); }
+
+    iterator begin() { return iterator(mSet); }
+    iterator end() { return iterator(); }
+    const_iterator begin() const { return const_iterator(mSet); }
+    const_iterator end() const { return const_iterator(); }
+    const_iterator cbegin() const { return begin(); }
+    const_iterator cend() const { return end(); }
 
     /// Maps key to value. Deliberate: when an equal key is present, only that entry's value
     /// pointer is replaced; the old value is not deleted and the passed key is neither stored
@@ -63,6 +94,21 @@ public:
     V* Get(K const* key) const {
         Entry const* entry = Lookup(key);
         return entry != nullptr ? entry->mValue : nullptr;
+    }
+    /// For String keys: the value mapped to the key whose bytes equal text (NULs included),
+    /// or null. No String is made when the map hashes keys with String::Hash.
+    template <typename Q = K, hashtable::IfString<Q> = 0>
+    V* Get(std::string_view text) const {
+        Entry const* entry =
+            mSet.FindHashed(hashtable::HashOfText(mKeyHashFunc, text), [text](Entry const& stored) {
+                return stored.mKey != nullptr && *stored.mKey == text;
+            });
+        return entry != nullptr ? entry->mValue : nullptr;
+    }
+    /// Get by the text of a C string (null is the empty text).
+    template <typename Q = K, hashtable::IfString<Q> = 0>
+    V* Get(char const* s) const {
+        return Get(text::Of(s));
     }
     /// Removes the entry of a key equal to *key, handing its key and value pointers to
     /// *removedKey and *removedValue when given (neither is deleted); false when absent.

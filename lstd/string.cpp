@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ostream>
 
 #include <emmintrin.h>
 #include <malloc.h>
@@ -127,6 +128,8 @@ String::String(char const* s, unsigned long const& n) : mBuffer(NoBlock()), mLen
 }
 
 String::String(char const& c) : mBuffer(NoBlock()), mLength(0) { Assign(&c, 1); }
+
+String::String(std::string_view s) : mBuffer(NoBlock()), mLength(0) { Assign(s.data(), s.size()); }
 
 String::String(String const& other) : mBuffer(NoBlock()), mLength(0) {
     Assign(other.mBuffer, other.mLength);
@@ -848,4 +851,5 @@ String String::SSprintf(String const& format, ...) {
 #if defined(__clang__)
 #pragma clang diagnostic pop
 #endif
+std::ostream& operator<<(std::ostream& out, String const& s) { return out << s.View(); }
 }  // namespace lstd

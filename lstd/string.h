@@ -3,6 +3,9 @@
 #define LSTD_STRING_H
 
 #include <cstdarg>
+#include <cstddef>
+#include <iosfwd>
+#include <string_view>
 
 namespace lstd {
 template <typename T>
@@ -21,6 +24,11 @@ class StringBuilder;
 /// and the String keeps its previous contents.
 ///
 /// Positions are unsigned; "not found" is the all-ones value, static_cast<unsigned long>(-1).
+///
+/// Standard-library interplay: View() is a std::string_view over every byte, NULs included;
+/// begin() and end() iterate the bytes (random access). Against a std::string_view, == is byte
+/// equality while < and > keep the length-first order of Compare. std::hash<String> is
+/// String::Hash, and operator<< writes every byte.
 class String {
 public:
     String();
@@ -30,6 +38,9 @@ public:
     String(char const* s, unsigned long const& n);
     /// One byte, even when c is NUL. Explicit so that integers do not turn into Strings.
     explicit String(char const& c);
+    /// Every byte of s, NULs included. Explicit, as it allocates: lookups and comparisons take
+    /// a std::string_view as it is.
+    explicit String(std::string_view s);
     /// A copy of other's text in a block of its own.
     String(String const& other);
     /// Takes other's block; other is left empty.
@@ -60,6 +71,14 @@ public:
     char const* GetStdChar() const { return mBuffer; }
     /// Number of bytes, the terminator not counted.
     unsigned long GetLength() const { return mLength; }
+    /// All GetLength() bytes, NULs included; valid until the String changes.
+    std::string_view View() const { return std::string_view(mBuffer, mLength); }
+    /// The bytes, for range-for and <algorithm> (random access; the terminator is not in the
+    /// range). Valid until the String changes its length.
+    char* begin() { return mBuffer; }
+    char* end() { return mBuffer + mLength; }
+    char const* begin() const { return mBuffer; }
+    char const* end() const { return mBuffer + mLength; }
     /// True exactly when the length is 0.
     bool IsNull() const { return mLength == 0; }
     ///@{
@@ -205,5 +224,55 @@ bool operator<(String const& a, String const& b);
 bool operator<(char const* a, String const& b);
 bool operator>(String const& a, String const& b);
 bool operator>(char const* a, String const& b);
+
+/// Byte equality with a view: same length and same bytes, NULs included.
+inline bool operator==(String const& a, std::string_view b) { return a.View() == b; }
+inline bool operator==(std::string_view a, String const& b) { return a == b.View(); }
+inline bool operator!=(String const& a, std::string_view b) { return a.View() != b; }
+inline bool operator!=(std::string_view a, String const& b) { return a != b.View(); }
+namespace text {
+/// Compare's order for views: length first, then bytes (-1, 0 or 1).
+inline long Compare(std::string_view a, std::string_view b) {
+    if (a.size() != b.size())
+        return a.size() > b.size() ? 1 : -1;
+    int const c = a.compare(b);
+    return c > 0 ? 1 : (c < 0 ? -1 : 0);
+}
+/// The text of a C string; null is the empty text.
+inline std::string_view Of(char const* s) {
+    return s != nullptr ? std::string_view(s) : std::string_view();
+}
+}  // namespace text
+/// The length-first order of Compare against a view or a C string (a null one is empty):
+/// "b" < "aa".
+inline bool operator<(String const& a, std::string_view b) {
+    return text::Compare(a.View(), b) < 0;
+}
+inline bool operator<(std::string_view a, String const& b) {
+    return text::Compare(a, b.View()) < 0;
+}
+inline bool operator<(String const& a, char const* b) {
+    return text::Compare(a.View(), text::Of(b)) < 0;
+}
+inline bool operator>(String const& a, std::string_view b) {
+    return text::Compare(a.View(), b) > 0;
+}
+inline bool operator>(std::string_view a, String const& b) {
+    return text::Compare(a, b.View()) > 0;
+}
+inline bool operator>(String const& a, char const* b) {
+    return text::Compare(a.View(), text::Of(b)) > 0;
+}
+/// Writes every byte of s, NULs included, with the stream's width and fill as for a view.
+std::ostream& operator<<(std::ostream& out, String const& s);
 }  // namespace lstd
+
+namespace std {
+/// The hash of String::Hash, so that the standard unordered containers and the library's
+/// maps agree on a String.
+template <>
+struct hash<lstd::String> {
+    std::size_t operator()(lstd::String const& s) const noexcept { return lstd::String::Hash(s); }
+};
+}  // namespace std
 #endif  // LSTD_STRING_H

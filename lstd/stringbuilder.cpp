@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 namespace lstd {
 
@@ -124,6 +125,29 @@ StringBuilder& StringBuilder::operator=(StringBuilder const& other) {
         mLengths = copy.mLengths;
         copy.mPacked = packed;  // released with the copy
         copy.mLengths = lengths;
+    }
+    return *this;
+}
+
+StringBuilder::StringBuilder(StringBuilder&& other) noexcept
+    : mPieces(std::move(other.mPieces)), mTotalLength(other.mTotalLength), mPacked(other.mPacked),
+      mLengths(other.mLengths) {
+    other.mTotalLength = 0;
+    other.mPacked = Packed();
+    other.mLengths = Packed();
+}
+
+StringBuilder& StringBuilder::operator=(StringBuilder&& other) noexcept {
+    if (this != &other) {
+        FreeChain(mPacked.mFirst);
+        FreeChain(mLengths.mFirst);
+        mPieces = std::move(other.mPieces);
+        mTotalLength = other.mTotalLength;
+        mPacked = other.mPacked;
+        mLengths = other.mLengths;
+        other.mTotalLength = 0;
+        other.mPacked = Packed();
+        other.mLengths = Packed();
     }
     return *this;
 }

@@ -18,6 +18,9 @@ public:
     StringBuilder(StringBuilder const& other);
     /// Replaces the pieces with a copy of other's.
     StringBuilder& operator=(StringBuilder const& other);
+    /// Takes other's pieces without copying them; other is left an empty builder.
+    StringBuilder(StringBuilder&& other) noexcept;
+    StringBuilder& operator=(StringBuilder&& other) noexcept;
     virtual ~StringBuilder();
 
     /// Appends a copy of s as a new piece (an empty s is an empty piece). Throws

@@ -34,12 +34,23 @@ class ValDLAbstractListIterator;
 
 /// Doubly linked list of copies of T. Removing operations copy the removed value to an
 /// optional out-pointer and report whether something was removed. Positional access walks
-/// from the nearer end. Copies are deep. Append, InsertAt and Find come from the concrete lists.
+/// from the nearer end. Copies are deep; a move hands the nodes over, copying no value, and
+/// leaves the source empty. Append, InsertAt and Find come from the concrete lists.
+///
+/// begin() and end() walk the values head to tail for range-for and <algorithm>: a
+/// bidirectional iterator over the stored values (T&, T const& when const).
 template <typename T>
 class ValDLAbstractList : public Collection<T>, public IValOrderList<T> {
 public:
     /// An equality test: 1 when the stored value (first) matches the searched one.
     typedef unsigned char (*EqualFunc)(T const&, T const&);
+    typedef dlink::NodeIterator<ValDLAbstractList, ValDoubleLink<T>, T, T&,
+                                &ValDoubleLink<T>::mValue>
+        iterator;
+    typedef dlink::NodeIterator<ValDLAbstractList, ValDoubleLink<T>, T, T const&,
+                                &ValDoubleLink<T>::mValue>
+        const_iterator;
+    typedef T value_type;
 
     ValDLAbstractList() : mCount(0), mHead(nullptr), mTail(nullptr) {}
     /// Deep copies: the values are copied in order (lists of lists are values too). A copy
@@ -54,7 +65,31 @@ public:
             CopyNodes(other);
         return *this;
     }
+    /// Takes other's nodes; other is left empty.
+    ValDLAbstractList(ValDLAbstractList&& other) noexcept
+        : Collection<T>(), IValOrderList<T>(), mCount(other.mCount), mHead(other.mHead),
+          mTail(other.mTail) {
+        other.Forget();
+    }
+    /// Destroys this list's values, then takes other's nodes; other is left empty.
+    ValDLAbstractList& operator=(ValDLAbstractList&& other) noexcept {
+        if (this != &other) {
+            DestroyNodes();
+            mCount = other.mCount;
+            mHead = other.mHead;
+            mTail = other.mTail;
+            other.Forget();
+        }
+        return *this;
+    }
     virtual ~ValDLAbstractList() { DestroyNodes(); }
+
+    iterator begin() { return iterator(mHead, this); }
+    iterator end() { return iterator(nullptr, this); }
+    const_iterator begin() const { return const_iterator(mHead, this); }
+    const_iterator end() const { return const_iterator(nullptr, this); }
+    const_iterator cbegin() const { return begin(); }
+    const_iterator cend() const { return end(); }
 
     using Collection<T>::operator=;
     using Collection<T>::operator==;
@@ -293,6 +328,12 @@ protected:
     ValDoubleLink<T>* mHead;
     ValDoubleLink<T>* mTail;
     /// @endcond
+
+private:
+    void Forget() {
+        mCount = 0;
+        mHead = mTail = nullptr;
+    }
 
     friend class ValDLAbstractListIterator<T>;
 };

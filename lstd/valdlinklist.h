@@ -4,15 +4,26 @@
 
 #include <lstd/valdlabstractlist.h>
 
+#include <initializer_list>
 #include <utility>
 
 namespace lstd {
 
-/// Doubly linked list of copies of T, in insertion order.
+/// Doubly linked list of copies of T, in insertion order. Copies are deep; a move copies no
+/// value and leaves the source empty.
 template <typename T>
 class ValDLinkList : public ValDLAbstractList<T> {
 public:
     ValDLinkList() {}
+    /// Copies of values, in order.
+    ValDLinkList(std::initializer_list<T> values) {
+        for (T const& value : values)
+            this->InsertBeforeNode(nullptr, value);
+    }
+    ValDLinkList(ValDLinkList const&) = default;
+    ValDLinkList(ValDLinkList&&) = default;
+    ValDLinkList& operator=(ValDLinkList const&) = default;
+    ValDLinkList& operator=(ValDLinkList&&) = default;
     virtual ~ValDLinkList() {}
 
     using ValDLAbstractList<T>::operator=;

@@ -7,6 +7,8 @@
 #include <lstd/hashmap.h>
 
 #include <new>
+#include <string_view>
+#include <utility>
 
 namespace lstd {
 
@@ -20,7 +22,13 @@ class ValHashMapIterator;
 ///
 /// Lookups (Append, Get, Find, Remove) hash the key once and search the set with a probe
 /// that references the key instead of an entry holding copies of key and value: no key or
-/// value is copied and nothing is allocated to look a key up.
+/// value is copied and nothing is allocated to look a key up. A map keyed by String also
+/// finds keys by std::string_view or C string without making a String.
+///
+/// begin() and end() walk the entries in iteration order for range-for and <algorithm>: a
+/// forward iterator whose element is the entry (Entry&, Entry const& when const), with
+/// GetKey() (read-only) and GetValue(); for (auto& [key, value] : map) unpacks it. A move
+/// hands the entries over, copying no key or value; the source is left an empty map.
 template <typename K, typename V>
 class ValHashMap : public HashMap<K, V> {
 public:
@@ -28,14 +36,41 @@ public:
     typedef unsigned long (*KeyHashFunc)(K const&);
     /// The stored pair.
     typedef ValHashMapEntry<K, V> Entry;
+    typedef hashtable::HashIterator<Entry, Entry, Entry&, hashtable::EntryAccess<Entry, Entry&>>
+        iterator;
+    typedef hashtable::HashIterator<Entry, Entry, Entry const&,
+                                    hashtable::EntryAccess<Entry, Entry const&>>
+        const_iterator;
+    typedef Entry value_type;
 
     /// An empty map of hashSize buckets hashing keys with keyHashFunc (String::Hash for
     /// String keys). Throws InvalidOperationException "The hash table size is invalid.
     /// (size = 0)" for 0.
     explicit ValHashMap(KeyHashFunc keyHashFunc, unsigned long const& hashSize = 32767)
         : mSet(&Entry::Hash, hashSize), mKeyHashFunc(keyHashFunc) {}
+    ValHashMap(ValHashMap&& other) noexcept
+        : HashMap<K, V>(), mSet(std::move(other.mSet)), mKeyHashFunc(other.mKeyHashFunc) {
+        mPool.Take(other.mPool);
+    }
+    /// Deletes this map's entries, then takes other's.
+    ValHashMap& operator=(ValHashMap&& other) noexcept {
+        if (this != &other) {
+            Clear();
+            mSet = std::move(other.mSet);
+            mKeyHashFunc = other.mKeyHashFunc;
+            mPool.Take(other.mPool);
+        }
+        return *this;
+    }
     /// Deletes the entries and so the copies.
     virtual ~ValHashMap() { Clear(); }
+
+    iterator begin() { return iterator(mSet); }
+    iterator end() { return iterator(); }
+    const_iterator begin() const { return const_iterator(mSet); }
+    const_iterator end() const { return const_iterator(); }
+    const_iterator cbegin() const { return begin(); }
+    const_iterator cend() const { return end(); }
 
     /// Maps a copy of key to a copy of value; when an equal key is present its value is
     /// assigned value and the key stays as stored. Throws NotEnoughMemoryException; the
@@ -75,6 +110,34 @@ public:
     V* Find(K const& key) const {
         Entry* entry = Lookup(key, mKeyHashFunc(key));
         return entry != nullptr ? &entry->mValue : nullptr;
+    }
+    /// For String keys: the stored value mapped to the key whose bytes equal text (NULs
+    /// included), or null. No String is made when the map hashes keys with String::Hash.
+    template <typename Q = K, hashtable::IfString<Q> = 0>
+    V* Find(std::string_view text) const {
+        Entry* entry = mSet.FindHashed(hashtable::HashOfText(mKeyHashFunc, text),
+                                       [text](Entry const& stored) { return stored.mKey == text; });
+        return entry != nullptr ? &entry->mValue : nullptr;
+    }
+    /// Find by the text of a C string (null is the empty text).
+    template <typename Q = K, hashtable::IfString<Q> = 0>
+    V* Find(char const* s) const {
+        return Find(text::Of(s));
+    }
+    /// For String keys: copies the value mapped to the key whose bytes equal text into value;
+    /// false, value untouched, when absent.
+    template <typename Q = K, hashtable::IfString<Q> = 0>
+    bool Get(std::string_view text, V& value) const {
+        V const* found = Find(text);
+        if (found == nullptr)
+            return false;
+        value = *found;
+        return true;
+    }
+    /// Get by the text of a C string (null is the empty text).
+    template <typename Q = K, hashtable::IfString<Q> = 0>
+    bool Get(char const* s, V& value) const {
+        return Get(text::Of(s), value);
     }
     /// Removes the entry of key, copying its value to *removed when given; false when absent.
     bool Remove(K const& key, V* removed) {

@@ -5,6 +5,8 @@
 #include <lstd/exception.h>
 #include <lstd/valdlinklist.h>
 
+#include <utility>
+
 namespace lstd {
 
 /// The dimensions of a matrix of T.
@@ -78,6 +80,12 @@ public:
         }
     }
     ValDispersionMatrix(ValDispersionMatrix const&) = delete;
+    /// Takes other's rows without copying a cell; other is left a 0 x 0 matrix. There is no
+    /// move assignment on purpose: assigning a temporary keeps copying the dimensions only.
+    ValDispersionMatrix(ValDispersionMatrix&& other) noexcept
+        : ValMatrix<T>(other), mRowList(std::move(other.mRowList)) {
+        other.Matrix<T>::Clear();
+    }
     /// Clears, then the row list goes.
     virtual ~ValDispersionMatrix() { Clear(); }
 

@@ -12,6 +12,12 @@ template <typename T>
 class ValQueue : public ValDLinkList<T> {
 public:
     ValQueue() {}
+    /// Copies of values, queued in order.
+    ValQueue(std::initializer_list<T> values) : ValDLinkList<T>(values) {}
+    ValQueue(ValQueue const&) = default;
+    ValQueue(ValQueue&&) = default;
+    ValQueue& operator=(ValQueue const&) = default;
+    ValQueue& operator=(ValQueue&&) = default;
     virtual ~ValQueue() {}
 
     using ValDLinkList<T>::operator=;

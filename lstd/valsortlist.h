@@ -5,6 +5,8 @@
 #include <lstd/comparator.h>
 #include <lstd/valdlabstractlist.h>
 
+#include <initializer_list>
+
 namespace lstd {
 
 /// A value list kept ascending, by T's operator< or, when a comparator is given, by
@@ -13,15 +15,35 @@ namespace lstd {
 /// ordering. Ascending input is appended without any search. Deliberate: a value equivalent to
 /// stored ones goes in front of the equivalent value the bisection lands on, so duplicates keep no
 /// stable order.
+///
+/// Copies are deep; a move copies no value, and both lists keep the comparator. begin() and
+/// end() walk the values in order; the iterator is a const_iterator even on a non-const
+/// list, since a value changed in place could break the order.
 template <typename T>
 class ValSortList : public ValDLAbstractList<T> {
 public:
+    typedef typename ValDLAbstractList<T>::const_iterator iterator;
+    typedef typename ValDLAbstractList<T>::const_iterator const_iterator;
+
     /// comparator null: T's operator<; otherwise Comparator<T>::Compare.
     explicit ValSortList(Comparator<T>* comparator = nullptr) : mComparator(comparator) {}
+    /// Copies of values, each inserted at its sorted place as Append does.
+    ValSortList(std::initializer_list<T> values, Comparator<T>* comparator = nullptr)
+        : mComparator(comparator) {
+        for (T const& value : values)
+            CompareAndInsert(value);
+    }
+    ValSortList(ValSortList const&) = default;
+    ValSortList(ValSortList&&) = default;
+    ValSortList& operator=(ValSortList const&) = default;
+    ValSortList& operator=(ValSortList&&) = default;
     virtual ~ValSortList() {}
 
     using ValDLAbstractList<T>::operator=;
     using ValDLAbstractList<T>::Remove;
+
+    const_iterator begin() const { return ValDLAbstractList<T>::begin(); }
+    const_iterator end() const { return ValDLAbstractList<T>::end(); }
 
     /// Inserts a copy of value at its sorted place.
     unsigned char Append(T const& value) override {
