@@ -7,6 +7,7 @@
 #include <failing_alloc.h>
 
 #include <cstring>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -30,14 +31,12 @@ __attribute__((noinline)) void ThrowInvalidIndexFromHere(int depth) {
 
 namespace {
 
-std::vector<std::string> Lines(char const* text) {
+std::vector<std::string> Lines(std::string const& text) {
+    EXPECT_TRUE(!text.empty() && text.back() == '\n') << "the trace must end with a line feed";
     std::vector<std::string> lines;
-    std::string rest(text);
-    for (size_t at = rest.find('\n'); at != std::string::npos; at = rest.find('\n')) {
-        lines.push_back(rest.substr(0, at));
-        rest.erase(0, at + 1);
-    }
-    EXPECT_EQ("", rest) << "the trace must end with a line feed";
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
     return lines;
 }
 
