@@ -55,8 +55,7 @@ TEST(Array, IndexChecksThrowWhereGetBlockReturnsNull) {
     EXPECT_EQ(a.GetBlock(6, offset), nullptr);
     EXPECT_EQ(offset, 99u);
     Words::Block* block = a.GetBlock(5, offset);
-    EXPECT_EQ(offset, 1u);
-    EXPECT_EQ(&(*block)[1], &a[5]);
+    EXPECT_TRUE(offset == 1 && &(*block)[1] == &a[5]);
     ExpectThrow<lstd::InvalidIndexException>([&] { (*block)[2]; },
                                              "The index '2' is invalid. (mBlockSize=2)");
 }
@@ -66,8 +65,7 @@ TEST(Array, OwnsItsElementsButShrinkDoesNotDestroyTrimmedOnes) {
     {
         lstd::Array<Tracked> a(3);
         a.Resize(5);
-        EXPECT_EQ(a[4].value, 7);
-        EXPECT_EQ(Tracked::live - base, 5);
+        EXPECT_TRUE(a[4].value == 7 && Tracked::live - base == 5);
         a.Resize(3);  // the whole second block goes with its elements
         EXPECT_EQ(Tracked::live - base, 3);
         a.Resize(1);  // trimmed in place: two elements released undestroyed
@@ -88,8 +86,7 @@ TEST(PArray, NewSlotsAreNullAndPointeesAreNeverDeleted) {
         }
         p.Resize(1);  // trims the first block and drops the second, with their pointees' slots
         p.Resize(2);
-        EXPECT_EQ(p[0], &t[0]);
-        EXPECT_EQ(p[1], nullptr);
+        EXPECT_TRUE(p[0] == &t[0] && p[1] == nullptr);
         ExpectThrow<lstd::InvalidIndexException>([&] { p[2]; },
                                                  "The index '2' is invalid. (mLength=2)");
     }

@@ -14,26 +14,14 @@ class DebugTest : public testing::Test {
 protected:
     void SetUp() override { lstd::Debug::SetDebugMode(lstd::Debug::MODE_INFO); }
     void TearDown() override { lstd::Debug::SetDebugMode(lstd::Debug::MODE_INFO); }
-
-    static std::string PrintAll() {
-        std::fflush(stdout);
-        testing::internal::CaptureStdout();
-        lstd::Debug::Info(lstd::String("i"));
-        lstd::Debug::Warning(lstd::String("w"));
-        lstd::Debug::Error(lstd::String("e"));
-        lstd::Debug::Info("I%d", 1);
-        lstd::Debug::Warning("W%s", "2");
-        lstd::Debug::Error("E%c", '3');
-        std::fflush(stdout);
-        return testing::internal::GetCapturedStdout();
-    }
 };
 
+// The texts go out unchanged, a '%' in a String included, and without a newline.
 TEST_F(DebugTest, ModeFiltersSeverities) {
     struct Row {
         lstd::Debug::DebugModeType mode;
         char const* printed;
-    } const rows[] = {{lstd::Debug::MODE_INFO, "iweI1W2E3"},
+    } const rows[] = {{lstd::Debug::MODE_INFO, "i%d\nweI1W2E3"},
                       {lstd::Debug::MODE_WARNING, "weW2E3"},
                       {lstd::Debug::MODE_ERROR, "eE3"},
                       {lstd::Debug::MODE_QUIET, ""},
@@ -42,24 +30,24 @@ TEST_F(DebugTest, ModeFiltersSeverities) {
         SCOPED_TRACE(row.mode);
         lstd::Debug::SetDebugMode(row.mode);
         EXPECT_EQ(row.mode, lstd::Debug::GetDebugMode());
-        EXPECT_EQ(row.printed, PrintAll());
+        std::fflush(stdout);
+        testing::internal::CaptureStdout();
+        lstd::Debug::Info(lstd::String("i%d\n"));
+        lstd::Debug::Warning(lstd::String("w"));
+        lstd::Debug::Error(lstd::String("e"));
+        lstd::Debug::Info("I%d", 1);
+        lstd::Debug::Warning("W%s", "2");
+        lstd::Debug::Error("E%c", '3');
+        std::fflush(stdout);
+        EXPECT_EQ(row.printed, testing::internal::GetCapturedStdout());
     }
 }
 
-TEST_F(DebugTest, TextIsWrittenUnchangedWithoutNewline) {
-    std::fflush(stdout);
-    testing::internal::CaptureStdout();
-    lstd::Debug::Info(lstd::String("100%d\n"));
-    lstd::Debug::Info(lstd::String("x"));
-    std::fflush(stdout);
-    EXPECT_EQ("100%d\nx", testing::internal::GetCapturedStdout());
-}
-
-// Redirection replaces the process's standard output, so it runs in a child process.
+// Redirection replaces the process's standard output, so it runs in child processes.
 TEST(DebugDeathTest, InitRedirectsStandardOutputIntoTheFile) {
     lkit_test::TempDir dir;
-    std::string const first = dir.path() + "/first.txt";
-    std::string const second = dir.path() + "/second.txt";
+    std::string const first = dir.file("first.txt"), second = dir.file("second.txt");
+    std::string const third = dir.file("third.txt");
     EXPECT_EXIT(
         {
             lstd::Debug::Init(lstd::String(first.c_str()));
@@ -70,22 +58,17 @@ TEST(DebugDeathTest, InitRedirectsStandardOutputIntoTheFile) {
             std::_Exit(0);
         },
         testing::ExitedWithCode(0), "");
-    EXPECT_EQ("to first", lkit_test::ReadFile(first));
-    EXPECT_EQ("to second", lkit_test::ReadFile(second));
-}
-
-TEST(DebugDeathTest, InitWithEmptyPathClosesWithoutReopening) {
-    lkit_test::TempDir dir;
-    std::string const path = dir.path() + "/out.txt";
     EXPECT_EXIT(
         {
-            lstd::Debug::Init(lstd::String(path.c_str()));
+            lstd::Debug::Init(lstd::String(third.c_str()));
             lstd::Debug::Warning(lstd::String("kept"));
-            lstd::Debug::Init(lstd::String());
+            lstd::Debug::Init(lstd::String());  // closes without reopening
             // Standard output is now closed; nothing more may be written or closed.
             std::_Exit(0);
         },
         testing::ExitedWithCode(0), "");
-    EXPECT_EQ("kept", lkit_test::ReadFile(path));
+    EXPECT_EQ("to first", lkit_test::ReadFile(first));
+    EXPECT_EQ("to second", lkit_test::ReadFile(second));
+    EXPECT_EQ("kept", lkit_test::ReadFile(third));
 }
 }  // namespace

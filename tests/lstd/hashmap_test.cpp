@@ -1,6 +1,5 @@
 // Hash maps, their entries and iterators: replacement on append, ownership, order, identity.
 #include <expect_throw.h>
-#include <gtest/gtest.h>
 #include <lkit.h>
 
 #include <string>
@@ -41,52 +40,38 @@ std::vector<std::pair<int, int>> Pairs(ValMap const& m) {
 
 TEST(ValHashMap, AppendReplacesValueAndLookupsCopyNoKey) {
     ValMap map(HashObj, 10);
-    map.Append(Obj(13), Obj(1));
-    map.Append(Obj(3), Obj(2));
-    map.Append(Obj(13), Obj(3));  // one entry, second value
-    map.Append(Obj(20), Obj(4));
+    for (auto [k, v] : {std::pair{13, 1}, {3, 2}, {13, 3}, {20, 4}})
+        map.Append(Obj(k), Obj(v));  // 13 twice: one entry, second value
     EXPECT_EQ(Pairs(map), (std::vector<std::pair<int, int>>{{20, 4}, {13, 3}, {3, 2}}));
     EXPECT_EQ(map.Length(), 3u);
     Obj key(13), out(0);
     Obj::copies = 0;
     map.Find(key)->v = 5;  // the stored value, in place
-    EXPECT_TRUE(map.Get(key, out));
-    EXPECT_EQ(out.v, 5);
-    EXPECT_EQ(Obj::copies, 1);  // the value, into out
-    EXPECT_EQ(map.Find(Obj(23)), nullptr);
-    EXPECT_FALSE(map.Get(Obj(23), out));
-    EXPECT_EQ(out.v, 5);  // untouched
+    EXPECT_TRUE(map.Get(key, out) && out.v == 5 && Obj::copies == 1);  // the value, into out
+    EXPECT_TRUE(map.Find(Obj(23)) == nullptr && !map.Get(Obj(23), out) && out.v == 5);
     map.Append(key, Obj(6));
     EXPECT_EQ(Obj::copies, 2);  // the value assignment only
-    EXPECT_TRUE(map.Remove(key, &out));
-    EXPECT_EQ(out.v, 6);
-    EXPECT_FALSE(map.Remove(key, nullptr));
+    EXPECT_TRUE(map.Remove(key, &out) && out.v == 6 && !map.Remove(key, nullptr));
     EXPECT_FALSE(map.IsEmpty());
     int const live = Obj::live;
     map.Clear();
-    EXPECT_EQ(Obj::live, live - 4);
-    EXPECT_TRUE(map.IsEmpty());
+    EXPECT_TRUE(Obj::live == live - 4 && map.IsEmpty());
 }
 
 TEST(HashMap, StringKeys) {
     lstd::ValHashMap<String, String> vals(String::Hash);
-    vals.Append("width", "10");
-    vals.Append("height", "20");
-    vals.Append("width", "30");
+    for (auto [k, v] : {std::pair{"width", "10"}, {"height", "20"}, {"width", "30"}})
+        vals.Append(k, v);
     String value;
-    EXPECT_TRUE(vals.Get("width", value));
-    EXPECT_EQ(value, String("30"));
-    EXPECT_FALSE(vals.Get("depth", value));
+    EXPECT_TRUE(vals.Get("width", value) && value == "30" && !vals.Get("depth", value));
     EXPECT_EQ(vals.Length(), 2u);
     lstd::PtrHashMap<String, String> ptrs(String::Hash);
     ptrs.Append(new String("a"), new String("1"));
     ptrs.Append(nullptr, new String("none"));  // String::Hash(nullptr) is 0
     String probe("a"), *key = nullptr, *val = nullptr;
-    EXPECT_EQ(*ptrs.Get(&probe), String("1"));
-    EXPECT_EQ(*ptrs.Get(nullptr), String("none"));
+    EXPECT_TRUE(*ptrs.Get(&probe) == "1" && *ptrs.Get(nullptr) == "none");
     EXPECT_TRUE(ptrs.Remove(&probe, &key, &val));  // handed back, not deleted
-    EXPECT_TRUE(*key == "a" && *val == "1");
-    EXPECT_FALSE(ptrs.Remove(&probe, nullptr, nullptr));
+    EXPECT_TRUE(*key == "a" && *val == "1" && !ptrs.Remove(&probe, nullptr, nullptr));
     EXPECT_EQ(ptrs.Length(), 1u);
     delete key;
     delete val;
@@ -101,8 +86,7 @@ TEST(HashMapIterator, CurrentEntryOnlyAfterSuccessfulStep) {
     ExpectThrow<NotInitializedIteratorException>([&] { ++unbound; }, "Iterator not initialized");
     ExpectThrow<NotInitializedIteratorException>([&] { it.GetKey(); }, msg);
     EXPECT_EQ(it.GetEntry(), nullptr);
-    ASSERT_TRUE(++it);
-    EXPECT_EQ(it.GetValue().v, 2);
+    ASSERT_TRUE(++it && it.GetValue().v == 2);
     EXPECT_FALSE(++it);
     ExpectThrow<NotInitializedIteratorException>([&] { it.GetValue(); }, msg);
     PtrMap ptrs(HashObjPtr, 10);
@@ -121,15 +105,11 @@ TEST(PtrHashMap, AppendExistingKeyReplacesOnlyValue) {
         PtrMap map(HashObjPtr, 10);
         map.Append(k1, v1);
         map.Append(k2, v2);
-        EXPECT_EQ(map.Length(), 1u);
-        EXPECT_EQ(map.Get(k2), v2);
+        EXPECT_TRUE(map.Length() == 1 && map.Get(k2) == v2);
         lstd::PtrHashMapIterator<Obj, Obj> it(map);
-        ASSERT_TRUE(++it);
-        EXPECT_EQ(it.GetKey(), k1);
-        EXPECT_EQ(it.GetValue(), v2);
+        ASSERT_TRUE(++it && it.GetKey() == k1 && it.GetValue() == v2);
         map.Clear(0);
-        EXPECT_EQ(Obj::live, live + 5);
-        EXPECT_TRUE(map.IsEmpty());
+        EXPECT_TRUE(Obj::live == live + 5 && map.IsEmpty());
         map.Append(k2, v2);
         map.Append(k3, nullptr);  // a null value is skipped
         map.Clear(1);
@@ -146,19 +126,13 @@ TEST(PairEntry, ComparesIdentity) {
     Obj k1(1), k2(1);
     lstd::PtrHashMapEntry<Obj, Obj> a(&k1, nullptr, HashObjPtr), b(&k2, nullptr, HashObjPtr);
     Pair const &pa = a, &pb = b;
-    EXPECT_TRUE(a == b);
-    EXPECT_FALSE(pa == pb);
-    EXPECT_TRUE(pa == pa);
-    EXPECT_EQ(pa < pb, &a < &b);
-    EXPECT_EQ(pa >= pb, !(&a < &b));
+    EXPECT_TRUE(a == b && !(pa == pb) && pa == pa);
+    EXPECT_TRUE((pa < pb) == (&a < &b) && (pa >= pb) == !(&a < &b));
     ValEntry c(k1, k2, HashObj), d(k2, k1, HashObj);
-    EXPECT_TRUE(c == d);
-    EXPECT_FALSE(static_cast<Pair const&>(c) == d);
-    EXPECT_EQ(ValEntry::Hash(&c), 1u);
+    EXPECT_TRUE(c == d && !(static_cast<Pair const&>(c) == d) && ValEntry::Hash(&c) == 1);
     ValMap m1(HashObj), m2(HashObj);
     lstd::HashMap<Obj, Obj> const& h1 = m1;
-    EXPECT_TRUE(h1 == m1);
-    EXPECT_FALSE(h1 == m2);
+    EXPECT_TRUE(h1 == m1 && !(h1 == m2));
 }
 
 // Many String keys, through the index's move to one array of buckets, removals whose entry

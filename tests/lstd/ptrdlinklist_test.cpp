@@ -1,7 +1,6 @@
 // PtrDLinkList and its iterator: positions, ownership of items and removal while iterating.
 // The iterator steps and removal moves are shared with the value list: checked in full here.
 #include <expect_throw.h>
-#include <gtest/gtest.h>
 #include <lkit.h>
 
 #include <memory>
@@ -58,7 +57,7 @@ TEST_F(PtrDLinkList, PositionalBounds) {
     ExpectThrow<InvalidIndexException>(
         [&] { list.ReplaceAt(&a, 5); },
         "The position passed into PtrDLinkList<T>::ReplaceAt() method is invalid.");
-    EXPECT_EQ(list.Get(5), nullptr);
+    EXPECT_EQ(list.Get(5), nullptr);  // null where operator[] throws
     ExpectThrow<InvalidIndexException>([&] { list[5]; }, "Invalid position (5)");
     list[4] = &b;  // operator[] is the slot itself
     EXPECT_EQ(Items(list), (P{&d, nullptr, &b, &c, &b}));
@@ -86,8 +85,7 @@ TEST_F(PtrDLinkList, RemoveAllAndRemoveList) {
     Fill(list, &a);
     Fill(out, &keep);
     list.RemoveAll(&twinA, &out);  // out is emptied first, without deleting keep
-    EXPECT_EQ(Items(out), (P{&a, &a}));
-    EXPECT_EQ(Item::live, 3);
+    EXPECT_TRUE(Items(out) == (P{&a, &a}) && Item::live == 3);
     Fill(list, &a, &c);
     Fill(which, &twinA, &twinC);
     list.RemoveAll(which, &out);  // Deliberate: only the last item's removals remain.
@@ -102,21 +100,18 @@ TEST_F(PtrDLinkList, RemoveAllAndRemoveList) {
 // list itself or the collection receiving the removed items.
 TEST_F(PtrDLinkList, RemoveListOfItselfOrIntoItself) {
     list.Remove(list, &out);
-    EXPECT_TRUE(Items(list).empty());
-    EXPECT_EQ(Items(out), (P{&a, &b, &c}));
+    EXPECT_TRUE(Items(list).empty() && Items(out) == (P{&a, &b, &c}));
     Fill(list, &a, &b, &a);
     List which;
     Fill(which, &a, &b);
     list.RemoveAll(which, &which);  // emptied before each item: ends with the last removals
-    EXPECT_EQ(Items(which), (P{&b}));
-    EXPECT_TRUE(Items(list).empty());
+    EXPECT_TRUE(Items(which) == (P{&b}) && Items(list).empty());
 }
 
 TEST_F(PtrDLinkList, AppendZeroZeroTakesAll) {
-    out.Append(list, 0, 0);  // Deliberate: (0, 0) appends the whole list.
-    out.Append(list, 1, 1);
-    out.Append(list, 2, 0);
-    out.Append(list, -3, 9);
+    // Deliberate: (0, 0) appends the whole list.
+    for (auto [from, to] : {std::pair{0, 0}, {1, 1}, {2, 0}, {-3, 9}})
+        out.Append(list, from, to);
     out.Append(empty, 5, 5);
     ExpectThrow<InvalidOperationException>([&] { out.Append(list, 3, 0); },
                                            "Initial position '3' is out of range (0 -> 3 - 1).");
@@ -200,7 +195,6 @@ TEST_F(PtrDLinkList, RemoveMovesIterator) {
     it.Reset(1, 0, -1);
     ++it;
     EXPECT_EQ(list.Remove(it, 0), &c);  // forward 0: back to the predecessor
-    EXPECT_EQ(it.GetCurPosition(), 0u);
-    EXPECT_EQ(Walk(it), (P{&d}));
+    EXPECT_TRUE(it.GetCurPosition() == 0 && Walk(it) == (P{&d}));
     EXPECT_EQ(Items(list), (P{&a, &d}));
 }

@@ -71,9 +71,7 @@ TEST_F(Signals, ActivatesInOrderUntilOneThrowsAndRemovesOneEqualConnectionAtATim
     EXPECT_TRUE(s.Disconnect(First) && s.Disconnect(Fails));
     s();
     EXPECT_EQ(calls, (Calls{"first", "second", "first", "second", "first", "counted"}));
-    EXPECT_TRUE(s.Disconnect(First));
-    EXPECT_FALSE(s.Disconnect(First));
-    EXPECT_EQ(destroyed, 0);
+    EXPECT_TRUE(s.Disconnect(First) && !s.Disconnect(First) && destroyed == 0);
 }
 
 TEST_F(Signals, FunctionConnectionsEqualBySameClassAndFunction) {
@@ -114,8 +112,7 @@ TEST_F(Signals, EmptyDoNothingArgumentsGoByReferenceAndConnectionsAreDeletedOnce
         EXPECT_TRUE(seen[0] == &text && seen[1] == &text && seen[2] == &names);
         EXPECT_TRUE(one.Disconnect(See) && two.Disconnect(SeePair) && two.Disconnect(SeePair));
         none.DisconnectAll();
-        EXPECT_FALSE(none.IsConnecting());
-        EXPECT_EQ(destroyed, 2);
+        EXPECT_TRUE(!none.IsConnecting() && destroyed == 2);
     }
     EXPECT_EQ(destroyed, 4);
 }
@@ -136,6 +133,5 @@ TEST_F(Signals, ConnectionMadeDuringAnEmissionRunsFromTheNextOne) {
     t.Connect(GrowsText);
     seen[0] = nullptr;
     t(String("x"));
-    EXPECT_EQ(seen[0], nullptr);
-    EXPECT_EQ(t.GetConnections().GetNumberOfEntry(), 2u);
+    EXPECT_TRUE(seen[0] == nullptr && t.GetConnections().GetNumberOfEntry() == 2);
 }

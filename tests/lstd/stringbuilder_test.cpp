@@ -22,9 +22,14 @@ std::string Text(StringBuilder const& b) {
 }  // namespace
 
 TEST(StringBuilder, AppendAndInsertByPieceIndex) {
+    char const* const message =
+        "The position passed into PtrDLinkList<T>::InsertAt() method is invalid.";
     StringBuilder b;
     EXPECT_EQ(Text(b), "");
+    ExpectThrow<lstd::InvalidIndexException>([&] { b.Insert(String("x"), 1); }, message);
     b.Append("ab");
+    ExpectThrow<lstd::InvalidIndexException>([&] { b.Insert(String("x"), 2); }, message);
+    EXPECT_EQ(Text(b), "ab");  // inserting past the pieces throws and changes nothing
     b.Insert(String("X"), 0);
     EXPECT_EQ(Text(b), "Xab");
     b.Append(String("c\0d", 3));
@@ -35,16 +40,6 @@ TEST(StringBuilder, AppendAndInsertByPieceIndex) {
     b.Append(-5LL);
     b.Append(LLONG_MIN);
     EXPECT_EQ(Text(b), "XabYZc\0d!-5-9223372036854775808"s);
-}
-
-TEST(StringBuilder, InsertPastThePiecesThrows) {
-    char const* const message =
-        "The position passed into PtrDLinkList<T>::InsertAt() method is invalid.";
-    StringBuilder b;
-    ExpectThrow<lstd::InvalidIndexException>([&] { b.Insert(String("x"), 1); }, message);
-    b.Append("ab");
-    ExpectThrow<lstd::InvalidIndexException>([&] { b.Insert(String("x"), 2); }, message);
-    EXPECT_EQ(Text(b), "ab");
 }
 
 // Appended pieces stay packed until an Insert lands among them; when memory runs out while

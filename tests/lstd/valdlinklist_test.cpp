@@ -1,6 +1,5 @@
 // ValDLinkList, ValQueue and the value-list iterator: copies in and out, bounds, removal.
 #include <expect_throw.h>
-#include <gtest/gtest.h>
 #include <lkit.h>
 
 #include <memory>
@@ -54,8 +53,7 @@ TEST_F(ValDLinkList, CopiesInAndOut) {
         EXPECT_TRUE(l.Get(0, got) && got.v == 5);
         l.InsertAt(x, 0);
         EXPECT_EQ(Val::live, 4);
-        EXPECT_TRUE(l.RemoveFirst(&got));  // copied out, then the stored copy is destroyed
-        EXPECT_EQ(got.v, 9);
+        EXPECT_TRUE(l.RemoveFirst(&got) && got.v == 9);  // copied out, then the copy destroyed
         EXPECT_EQ(Val::live, 3);
         l.Clear();
         EXPECT_EQ(Val::live, 2);
@@ -91,7 +89,7 @@ TEST_F(ValDLinkList, Bounds) {
     ExpectThrow<InvalidIndexException>(  // the pointer list's wording, on purpose
         [&] { list.InsertAt(1, 6); },
         "The position passed into PtrDLinkList<T>::InsertAt() method is invalid.");
-    list.ReplaceAt(11, 0, &value);
+    list.ReplaceAt(11, 0, &value);  // the replaced value is copied out
     EXPECT_EQ(value, 10);
     list.ReplaceAt(41, 4, nullptr);
     ExpectThrow<InvalidIndexException>(
@@ -108,13 +106,11 @@ TEST_F(ValDLinkList, SearchAndRemove) {
     EXPECT_TRUE(list.Find(30, &value) && !list.Find(99, value));
     EXPECT_TRUE(list.Remove(20, &value));
     auto sameTens = [](int const& s, int const& v) -> unsigned char { return s / 10 == v / 10; };
-    EXPECT_TRUE(list.Remove(31, sameTens, &value));  // equal(stored, v) decides
-    EXPECT_EQ(value, 30);
+    EXPECT_TRUE(list.Remove(31, sameTens, &value) && value == 30);  // equal(stored, v) decides
     EXPECT_FALSE(list.Remove(99, nullptr) || list.RemoveAt(2, &value));
     list.Apply([](int& v) { v *= 2; });
     EXPECT_EQ(Items(list), (V{20, 40}));
-    EXPECT_TRUE(list.RemoveFirst(nullptr) && list.RemoveLast(&value));
-    EXPECT_EQ(value, 40);
+    EXPECT_TRUE(list.RemoveFirst(nullptr) && list.RemoveLast(&value) && value == 40);
     EXPECT_FALSE(list.RemoveFirst(&value) || list.RemoveLast(nullptr));
 }
 
@@ -147,27 +143,23 @@ TEST_F(ValDLinkList, RemoveListOfItselfOrIntoItself) {
     EXPECT_EQ(Items(list), (V{10, 20, 30}));
 }
 
-TEST_F(ValDLinkList, SwapAndAppendZeroZeroTakesAll) {
+TEST_F(ValDLinkList, SwapReportsTheFirstInvalidPosition) {
+    ExpectThrow<InvalidIndexException>([&] { list.Swap(7, 9); }, "Invalid position (7)");
+    ExpectThrow<InvalidIndexException>([&] { list.Swap(9, 1); }, "Invalid position (9)");
+    ExpectThrow<InvalidIndexException>([&] { list.Swap(1, 5); }, "Invalid position (5)");
     list.Swap(0, 2);
     list.Swap(7, 7);  // same position: nothing, not even a range check
-    ExpectThrow<InvalidIndexException>([&] { list.Swap(1, 5); }, "Invalid position (5)");
     EXPECT_EQ(Items(list), (V{30, 20, 10}));
     out.Append(list, 0, 0);  // Deliberate: (0, 0) appends the whole list.
     out.Append(list, 1, 1);
     EXPECT_EQ(Items(out), (V{30, 20, 10, 20}));
 }
 
-TEST_F(ValDLinkList, SwapReportsTheFirstInvalidPosition) {
-    ExpectThrow<InvalidIndexException>([&] { list.Swap(7, 9); }, "Invalid position (7)");
-    ExpectThrow<InvalidIndexException>([&] { list.Swap(9, 1); }, "Invalid position (9)");
-    EXPECT_EQ(Items(list), (V{10, 20, 30}));
-}
-
 TEST(ValQueue, FirstInFirstOut) {
     lstd::ValQueue<int> q;
     int value = 0;
-    q.Push(1);
-    q.Push(2);
+    for (int v : {1, 2})
+        q.Push(v);
     EXPECT_TRUE(q.GetFirst() == 1 && q.RemoveFirst(&value) && value == 1);
     q.Push(3);
     EXPECT_EQ(Items(q), (V{2, 3}));

@@ -25,38 +25,33 @@ using Point = Num<3>;    // a specialisation with nothing but the static Compare
 int compareCalls = 0;
 
 signed char Sign(int a, int b) { return a < b ? -1 : (b < a ? 1 : 0); }
+
+// The shape of a comparator specialisation: a virtual destructor and the static Compare,
+// which orders by key(value) and counts its calls.
+template <class T, int (*key)(T const&)>
+class CompareBy {
+public:
+    virtual ~CompareBy() {}
+    static signed char Compare(unsigned long const&, unsigned long const&, T const& a,
+                               T const& b) {
+        return ++compareCalls, Sign(key(a), key(b));
+    }
+};
+int TensKey(Tens const& t) { return t.v / 10; }
+int DownKey(Down const& d) { return -d.v; }
+int CountedKey(Counted const& c) { return c.v; }
 }  // namespace
 
 template <>
-class lstd::Comparator<Tens> {
-public:
-    virtual ~Comparator() {}
-    static signed char Compare(unsigned long const&, unsigned long const&, Tens const& a,
-                               Tens const& b) {
-        return Sign(a.v / 10, b.v / 10);
-    }
-};
+class lstd::Comparator<Tens> : public CompareBy<Tens, TensKey> {};
 template <>
-class lstd::Comparator<Down> {
+class lstd::Comparator<Down> : public CompareBy<Down, DownKey> {
 public:
-    virtual ~Comparator() {}
-    static signed char Compare(unsigned long const&, unsigned long const&, Down const& a,
-                               Down const& b) {
-        return Sign(b.v, a.v);
-    }
     // Never consulted: the list's route is the static Compare.
     signed char Order(Down const& a, Down const& b) const { return Sign(a.v, b.v); }
 };
 template <>
-class lstd::Comparator<Counted> {
-public:
-    virtual ~Comparator() {}
-    static signed char Compare(unsigned long const&, unsigned long const&, Counted const& a,
-                               Counted const& b) {
-        ++compareCalls;
-        return Sign(a.v, b.v);
-    }
-};
+class lstd::Comparator<Counted> : public CompareBy<Counted, CountedKey> {};
 template <>
 struct lstd::Comparator<Point> {
     static signed char Compare(unsigned long const&, unsigned long const&, Point const& a,
@@ -82,13 +77,10 @@ V Sorted(Comparator<T>* comparator, std::initializer_list<int> values) {
 }
 }  // namespace
 
-TEST(Comparator, NaturalOrder) {
+TEST(ValSortList, KeepsOrder) {
     EXPECT_EQ((V{Comparator<int>::Compare(7, 9, 1, 2), Comparator<int>::Compare(0, 0, 2, 1),
                  Comparator<int>::Compare(0, 0, 2, 2)}),
-              (V{-1, 1, 0}));
-}
-
-TEST(ValSortList, KeepsOrder) {
+              (V{-1, 1, 0}));  // the natural order of the primary template
     Comparator<Down> down;
     EXPECT_EQ(Sorted<Down>(nullptr, {3, 1, 2}), (V{1, 2, 3}));
     EXPECT_EQ(Sorted<Down>(nullptr, {3, 1, 2, 9, 5, 0, 7, 5}), (V{0, 1, 2, 3, 5, 5, 7, 9}));
@@ -113,8 +105,8 @@ TEST(ValSortList, AscendingInputIsAppendedWithoutSearch) {
         l.Append(v);
     EXPECT_EQ(compareCalls, 5);  // one comparison with the tail per value after the first
     lstd::ValSortList<Counted> pair(&counting);
-    pair.Append(1);
-    pair.Append(5);
+    for (int v : {1, 5})
+        pair.Append(v);
     compareCalls = 0;
     pair.Append(3);  // tail, head, then a two-position range that is not compared
     EXPECT_EQ(compareCalls, 2);
@@ -142,11 +134,9 @@ TEST(ValSortList, SearchNeedsEquality) {
     EXPECT_EQ((std::vector<unsigned long>{l.Index(31), l.Index(12), l.Index(39), l.Index(41)}),
               (std::vector<unsigned long>{3, 1, none, none}));  // 39: equivalent, not equal
     Tens out;
-    EXPECT_TRUE(l.Find(51, &out));
-    EXPECT_EQ(out.v, 51);
+    EXPECT_TRUE(l.Find(51, &out) && out.v == 51);
     EXPECT_FALSE(l.Find(91, &out) || l.Find(59, nullptr));
-    EXPECT_TRUE(l.Remove(32, &out));
-    EXPECT_EQ(out.v, 32);
+    EXPECT_TRUE(l.Remove(32, &out) && out.v == 32);
     EXPECT_FALSE(l.Remove(32, nullptr));
     EXPECT_EQ(Items(l), (V{11, 12, 31, 51}));
 }
