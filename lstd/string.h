@@ -215,17 +215,25 @@ private:
     unsigned long mLength;
 };
 
+///@{
+/// A new String: the bytes of a followed by those of b.
 String operator+(String const& a, String const& b);
 String operator+(String const& a, char const* b);
 String operator+(char const* a, String const& b);
-/// s == b with the operands swapped, so that a C string may stand on either side.
+///@}
+///@{
+/// s == b (resp. s != b) with the operands swapped, so that a C string may stand on either
+/// side.
 bool operator==(char const* s, String const& b);
 bool operator!=(char const* s, String const& b);
+///@}
+///@{
 /// Compare(a, b) == -1, resp. == 1 (length first).
 bool operator<(String const& a, String const& b);
 bool operator<(char const* a, String const& b);
 bool operator>(String const& a, String const& b);
 bool operator>(char const* a, String const& b);
+///@}
 
 ///@{
 /// Byte equality with a view: same length and same bytes, NULs included.
