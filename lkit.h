@@ -91,4 +91,15 @@
 #include <llog/logconfig.h>
 #include <llog/logger.h>
 
+/// \namespace lstd
+/// Containers, byte strings, tokenizers, signals, exit handlers, clock and time.
+/// \namespace liop
+/// Files, directories, ini files and buffered text streams.
+/// \namespace lxml
+/// The XML model, its event-driven parser and its writer.
+/// \namespace llog
+/// The logger.
+/// \namespace lmth
+/// Graphs and their breadth-first traversal.
+
 #endif // LKIT_H

@@ -67,8 +67,12 @@ public:
         friend class Array;
     };
 
+    /// Random-access iterator over the elements (T&); converts to const_iterator. Resizing or
+    /// moving the array invalidates it.
     typedef blockchain::ElementIterator<Block, T, T&> iterator;
+    /// Random-access iterator over the elements, read-only (T const&).
     typedef blockchain::ElementIterator<Block, T, T const&> const_iterator;
+    /// The element type, T.
     typedef T value_type;
 
     /// length default-constructed elements (no block for 0). Throws NotEnoughMemoryException
@@ -94,6 +98,7 @@ public:
     /// Deletes every block, destroying the elements.
     virtual ~Array() { mBlocks.Clear(1); }
 
+    ///@{
     /// Random-access iteration over elements 0 to GetLength() - 1.
     iterator begin() { return iterator(&mBlocks, 0); }
     iterator end() { return iterator(&mBlocks, mLength); }
@@ -101,6 +106,7 @@ public:
     const_iterator end() const { return const_iterator(&mBlocks, mLength); }
     const_iterator cbegin() const { return begin(); }
     const_iterator cend() const { return end(); }
+    ///@}
 
     ///@{
     /// Element index; throws InvalidIndexException "The index '%d' is invalid. (mLength=%d)"

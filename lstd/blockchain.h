@@ -70,7 +70,7 @@ Block* Locate(PtrDLinkList<Block> const& blocks, unsigned long index, unsigned l
     return nullptr;
 }
 
-/// The standard-library iterator of Array and PArray (range-for, <algorithm>, std::sort):
+/// The standard-library iterator of Array and PArray (range-for, `<algorithm>`, std::sort):
 /// random access by index, holding the block of its element, so that a step within a block
 /// is a pointer increment and a jump walks the blocks from the current one (one block, the
 /// usual case, needs no walk). Elem is the element type (T, or T* for PArray), Ref the

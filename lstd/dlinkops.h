@@ -118,7 +118,7 @@ void LinkBefore(Node*& head, Node*& tail, Node* at, Node* fresh) {
         tail = fresh;
 }
 
-/// The standard-library iterator of the linked lists (range-for, <algorithm>): bidirectional,
+/// The standard-library iterator of the linked lists (range-for, `<algorithm>`): bidirectional,
 /// one node pointer and the list, no allocation and no virtual call. ++ and -- follow the
 /// links; end() has no node, and -- from it reaches the tail. Ref is the element reference
 /// (Member of the node), const for a const_iterator, to which an iterator converts. Valid

@@ -410,7 +410,7 @@ private:
     Mode mMode;
 };
 
-/// The standard-library iterator of the hash collections and maps (range-for, <algorithm>):
+/// The standard-library iterator of the hash collections and maps (range-for, `<algorithm>`):
 /// forward, in iteration order (see Cursor); no allocation, no virtual call. Access::Get(slot)
 /// is the element reference Ref; an iterator converts to the const_iterator of the same walk.
 template <typename T, typename Value, typename Ref, typename Access>
@@ -511,7 +511,7 @@ public:
 /// in Clear(1); its destructor and Remove never delete an item. No duplicate check: the same
 /// or an equal item may stand several times. Lookups compare contents with T's operator==.
 ///
-/// begin() and end() walk the items in iteration order for range-for and <algorithm>: a
+/// begin() and end() walk the items in iteration order for range-for and `<algorithm>`: a
 /// forward iterator over the stored pointers (T* const&), allocating nothing. A move hands
 /// the pointers over, deleting none (a move assignment forgets the target's, as Clear(0)).
 template <typename T>
@@ -519,8 +519,13 @@ class PtrHashCollection : public HashCollection<T>, public IPtrCollection<T> {
 public:
     /// The item hash; an item goes into bucket hash % table size.
     typedef unsigned long (*HashFunc)(T const*);
+    /// Forward iterator over the stored pointers in iteration order, read-only (T* const&):
+    /// replacing a pointer in place would leave it in the wrong bucket. Changing the collection
+    /// invalidates it.
     typedef hashtable::HashIterator<T, T*, T* const&, hashtable::PointerAccess<T>> const_iterator;
+    /// Same as const_iterator.
     typedef const_iterator iterator;
+    /// The item type, T*.
     typedef T* value_type;
 
     /// Throws InvalidOperationException "The hash table size is invalid. (size = 0)" for 0.
@@ -528,6 +533,10 @@ public:
         : HashCollection<T>(hashSize), mHashFunc(hashFunc) {}
     PtrHashCollection(PtrHashCollection const&) = delete;
     PtrHashCollection& operator=(PtrHashCollection const&) = delete;
+    ///@{
+    /// Takes other's pointers, table size and hash function, deleting no item; other is left
+    /// empty with its table size and hash function. The assignment first forgets this
+    /// collection's pointers as Clear(0) does.
     PtrHashCollection(PtrHashCollection&& other) noexcept
         : HashCollection<T>(std::move(other)), IPtrCollection<T>(), mHashFunc(other.mHashFunc) {}
     PtrHashCollection& operator=(PtrHashCollection&& other) noexcept {
@@ -538,12 +547,17 @@ public:
         }
         return *this;
     }
+    ///@}
     virtual ~PtrHashCollection() {}
 
+    ///@{
+    /// Iteration in the order of HashCollectionIterator: ascending bucket numbers, each bucket
+    /// in append order. Allocates nothing.
     const_iterator begin() const { return const_iterator(*this); }
     const_iterator end() const { return const_iterator(); }
     const_iterator cbegin() const { return begin(); }
     const_iterator cend() const { return end(); }
+    ///@}
 
     using Collection<T>::operator=;
     using HashCollection<T>::Clear;
@@ -762,7 +776,7 @@ struct ValueAccess {
 /// A hash collection of copies of T; removal copies the value out. No duplicate check.
 /// Lookups compare with T's operator==, the stored value on the left.
 ///
-/// begin() and end() walk the values in iteration order for range-for and <algorithm>: a
+/// begin() and end() walk the values in iteration order for range-for and `<algorithm>`: a
 /// forward iterator over the stored values (T const&), allocating nothing. A move copies no
 /// value (a move assignment destroys the target's values first).
 template <typename T>
@@ -770,8 +784,13 @@ class ValHashCollection : public HashCollection<T>, public IValCollection<T> {
 public:
     /// The value hash; a value goes into bucket hash % table size.
     typedef unsigned long (*HashFunc)(T const&);
+    /// Forward iterator over the stored values in iteration order, read-only (T const&):
+    /// changing a value in place could change its hash (Apply rehashes). Changing the
+    /// collection invalidates it.
     typedef hashtable::HashIterator<T, T, T const&, hashtable::ValueAccess<T>> const_iterator;
+    /// Same as const_iterator.
     typedef const_iterator iterator;
+    /// The value type, T.
     typedef T value_type;
 
     /// Throws InvalidOperationException "The hash table size is invalid. (size = 0)" for 0.
@@ -779,6 +798,10 @@ public:
         : HashCollection<T>(hashSize), mHashFunc(hashFunc) {}
     ValHashCollection(ValHashCollection const&) = delete;
     ValHashCollection& operator=(ValHashCollection const&) = delete;
+    ///@{
+    /// Takes other's values, table size and hash function, copying no value; other is left
+    /// empty with its table size and hash function. The assignment first destroys this
+    /// collection's values.
     ValHashCollection(ValHashCollection&& other) noexcept
         : HashCollection<T>(std::move(other)), IValCollection<T>(), mHashFunc(other.mHashFunc) {}
     ValHashCollection& operator=(ValHashCollection&& other) noexcept {
@@ -789,12 +812,17 @@ public:
         }
         return *this;
     }
+    ///@}
     virtual ~ValHashCollection() { DestroyValues(); }
 
+    ///@{
+    /// Iteration in the order of HashCollectionIterator: ascending bucket numbers, each bucket
+    /// in append order. Allocates nothing.
     const_iterator begin() const { return const_iterator(*this); }
     const_iterator end() const { return const_iterator(); }
     const_iterator cbegin() const { return begin(); }
     const_iterator cend() const { return end(); }
+    ///@}
 
     using Collection<T>::operator=;
 
@@ -951,12 +979,15 @@ public:
     explicit PtrHashSet(typename PtrHashCollection<T>::HashFunc hashFunc,
                         unsigned long const& hashSize = 32767)
         : PtrHashCollection<T>(hashFunc, hashSize) {}
-    /// Hands the pointers over, deleting none; other is left empty.
+    ///@{
+    /// Hands the pointers over, deleting none; other is left empty. The assignment first
+    /// forgets this set's pointers as Clear(0) does.
     PtrHashSet(PtrHashSet&& other) noexcept : PtrHashCollection<T>(std::move(other)) {}
     PtrHashSet& operator=(PtrHashSet&& other) noexcept {
         PtrHashCollection<T>::operator=(std::move(other));
         return *this;
     }
+    ///@}
     virtual ~PtrHashSet() {}
 
     using PtrHashCollection<T>::operator=;
@@ -989,12 +1020,14 @@ public:
         for (T const& value : values)
             Append(value);
     }
-    /// Copies no value; other is left empty.
+    ///@{
+    /// Copies no value; other is left empty. The assignment first destroys this set's values.
     ValHashSet(ValHashSet&& other) noexcept : ValHashCollection<T>(std::move(other)) {}
     ValHashSet& operator=(ValHashSet&& other) noexcept {
         ValHashCollection<T>::operator=(std::move(other));
         return *this;
     }
+    ///@}
     virtual ~ValHashSet() {}
 
     using ValHashCollection<T>::operator=;

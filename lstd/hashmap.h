@@ -266,11 +266,12 @@ public:
     virtual ~HashMapIterator() {}
 };
 
-// The map entries that range-for yields unpack into key and value:
-// for (auto& [key, value] : map). A ValHashMapEntry gives K const and V, a PtrHashMapEntry
-// K* const and V* (the value pointer may be replaced, as Append does).
-
-/// The key (I = 0) or the value (I = 1) of entry.
+///@{
+/// The key (I = 0) or the value (I = 1) of entry, so that the entries range-for yields unpack
+/// into two names: for (auto& [key, value] : map). A ValHashMapEntry gives its key read-only
+/// (K const&) and its value (V&, V const& for a const entry); a PtrHashMapEntry gives its key
+/// pointer read-only (K* const&) and its value pointer, which may be replaced in place as
+/// Append does (V*&, V* const& for a const entry). Any other I does not compile.
 template <std::size_t I, typename K, typename V>
 auto& get(ValHashMapEntry<K, V>& entry) {
     static_assert(I < 2, "a map entry has a key and a value");
@@ -303,27 +304,39 @@ auto& get(PtrHashMapEntry<K, V> const& entry) {
     else
         return entry.mValue;
 }
+///@}
 }  // namespace lstd
 
 namespace std {
+/// A ValHashMapEntry unpacks into two names, key and value (structured bindings).
 template <typename K, typename V>
 struct tuple_size<lstd::ValHashMapEntry<K, V>> : std::integral_constant<std::size_t, 2> {};
+/// The first name of an unpacked ValHashMapEntry: the key.
 template <typename K, typename V>
 struct tuple_element<0, lstd::ValHashMapEntry<K, V>> {
+    /// The key type, read-only (the map finds the entry by it).
     typedef K const type;
 };
+/// The second name of an unpacked ValHashMapEntry: the value.
 template <typename K, typename V>
 struct tuple_element<1, lstd::ValHashMapEntry<K, V>> {
+    /// The value type.
     typedef V type;
 };
+/// A PtrHashMapEntry unpacks into two names, key pointer and value pointer (structured
+/// bindings).
 template <typename K, typename V>
 struct tuple_size<lstd::PtrHashMapEntry<K, V>> : std::integral_constant<std::size_t, 2> {};
+/// The first name of an unpacked PtrHashMapEntry: the key pointer.
 template <typename K, typename V>
 struct tuple_element<0, lstd::PtrHashMapEntry<K, V>> {
+    /// The key pointer type, read-only (the map finds the entry by it).
     typedef K* const type;
 };
+/// The second name of an unpacked PtrHashMapEntry: the value pointer.
 template <typename K, typename V>
 struct tuple_element<1, lstd::PtrHashMapEntry<K, V>> {
+    /// The value pointer type; the pointer may be replaced in place.
     typedef V* type;
 };
 }  // namespace std

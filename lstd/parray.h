@@ -59,8 +59,12 @@ public:
         friend class PArray;
     };
 
+    /// Random-access iterator over the slots (T*&: a slot may be set through it); converts to
+    /// const_iterator. Resizing or moving the array invalidates it.
     typedef blockchain::ElementIterator<PBlock, T*, T*&> iterator;
+    /// Random-access iterator over the slots, read-only (T* const&).
     typedef blockchain::ElementIterator<PBlock, T*, T* const&> const_iterator;
+    /// The slot type, T*.
     typedef T* value_type;
 
     /// length null slots (no block for 0). Throws NotEnoughMemoryException when even a
@@ -86,6 +90,7 @@ public:
     /// Frees the slots; no stored object is deleted.
     virtual ~PArray() { mBlocks.Clear(1); }
 
+    ///@{
     /// Random-access iteration over slots 0 to GetLength() - 1 (T*&, T* const& when const).
     iterator begin() { return iterator(&mBlocks, 0); }
     iterator end() { return iterator(&mBlocks, mLength); }
@@ -93,6 +98,7 @@ public:
     const_iterator end() const { return const_iterator(&mBlocks, mLength); }
     const_iterator cbegin() const { return begin(); }
     const_iterator cend() const { return end(); }
+    ///@}
 
     ///@{
     /// Slot index; throws InvalidIndexException "The index '%d' is invalid. (mLength=%d)"

@@ -39,17 +39,21 @@ class PtrDLAbstractListIterator;
 /// middle of an even list is reached from the tail); there is no cached cursor. Lists are
 /// not copyable; they move (see PtrDLinkList). Append and Find are supplied by PtrDLinkList.
 ///
-/// begin() and end() walk the items head to tail for range-for and <algorithm>: a
+/// begin() and end() walk the items head to tail for range-for and `<algorithm>`: a
 /// bidirectional iterator whose element is the item slot (T*&, T* const& when const).
 template <typename T>
 class PtrDLAbstractList : public Collection<T>, public IPtrOrderList<T> {
 public:
+    /// Bidirectional iterator over the item slots (T*&: an item pointer may be replaced
+    /// through it); converts to const_iterator. Valid while its node stays in the list.
     typedef dlink::NodeIterator<PtrDLAbstractList, PtrDoubleLink<T>, T*, T*&,
                                 &PtrDoubleLink<T>::mItem>
         iterator;
+    /// Bidirectional iterator over the item slots, read-only (T* const&).
     typedef dlink::NodeIterator<PtrDLAbstractList, PtrDoubleLink<T>, T*, T* const&,
                                 &PtrDoubleLink<T>::mItem>
         const_iterator;
+    /// The item type, T*.
     typedef T* value_type;
 
     PtrDLAbstractList() : mCount(0), mHead(nullptr), mTail(nullptr) {}
@@ -57,12 +61,15 @@ public:
     PtrDLAbstractList& operator=(PtrDLAbstractList const&) = delete;
     virtual ~PtrDLAbstractList() { Clear(0); }
 
+    ///@{
+    /// Iteration head to tail; end() is past the tail, and -- from it reaches the tail.
     iterator begin() { return iterator(mHead, this); }
     iterator end() { return iterator(nullptr, this); }
     const_iterator begin() const { return const_iterator(mHead, this); }
     const_iterator end() const { return const_iterator(nullptr, this); }
     const_iterator cbegin() const { return begin(); }
     const_iterator cend() const { return end(); }
+    ///@}
 
     using Collection<T>::operator=;
     using Collection<T>::operator==;

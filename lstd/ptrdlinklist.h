@@ -31,11 +31,15 @@ template <typename T>
 class PtrDLinkList : public PtrDLAbstractList<T> {
 public:
     PtrDLinkList() {}
+    ///@{
+    /// Takes other's nodes, leaving other empty; no item is copied or deleted. The assignment
+    /// first drops this list's nodes as Clear(0) does (its items are not deleted).
     PtrDLinkList(PtrDLinkList&& other) noexcept : PtrDLAbstractList<T>(std::move(other)) {}
     PtrDLinkList& operator=(PtrDLinkList&& other) noexcept {
         this->TakeNodes(other);
         return *this;
     }
+    ///@}
     virtual ~PtrDLinkList() {}
 
     using PtrDLAbstractList<T>::operator=;

@@ -22,7 +22,7 @@ class PtrHashMapIterator;
 /// Lookups (Append, Get, Remove) hash the key once and search the set with a probe entry on
 /// the stack that holds the key pointer; nothing is allocated or copied to look a key up.
 ///
-/// begin() and end() walk the entries in iteration order for range-for and <algorithm>: a
+/// begin() and end() walk the entries in iteration order for range-for and `<algorithm>`: a
 /// forward iterator whose element is the entry (Entry&, Entry const& when const), with
 /// GetKey() and GetValue() (pointers); for (auto& [key, value] : map) unpacks it. A move hands
 /// the entries over and deletes no key or value; the source is left an empty map.
@@ -33,11 +33,16 @@ public:
     typedef unsigned long (*KeyHashFunc)(K const*);
     /// The stored pair.
     typedef PtrHashMapEntry<K, V> Entry;
+    /// Forward iterator over the entries in iteration order (Entry&): the value pointer may
+    /// be replaced through it, the key pointer must stay. Converts to const_iterator.
+    /// Changing the map invalidates it.
     typedef hashtable::HashIterator<Entry, Entry, Entry&, hashtable::EntryAccess<Entry, Entry&>>
         iterator;
+    /// Forward iterator over the entries in iteration order, read-only (Entry const&).
     typedef hashtable::HashIterator<Entry, Entry, Entry const&,
                                     hashtable::EntryAccess<Entry, Entry const&>>
         const_iterator;
+    /// The element type, Entry.
     typedef Entry value_type;
 
     /// An empty map of hashSize buckets hashing keys with keyHashFunc (String::Hash for
@@ -45,6 +50,8 @@ public:
     /// (size = 0)" for 0.
     explicit PtrHashMap(KeyHashFunc keyHashFunc, unsigned long const& hashSize = 32767)
         : mSet(&Entry::Hash, hashSize), mKeyHashFunc(keyHashFunc) {}
+    /// Takes other's entries and key hash, deleting no key or value; other is left an empty
+    /// map with its table size and key hash.
     PtrHashMap(PtrHashMap&& other) noexcept
         : HashMap<K, V>(), mSet(std::move(other.mSet)), mKeyHashFunc(other.mKeyHashFunc) {}
     /// Deletes this map's entries (never its keys or values), then takes other's.
@@ -59,12 +66,16 @@ public:
     /// Deletes the entries, never the keys or values.
     virtual ~PtrHashMap() { mSet.Clear(1); }
 
+    ///@{
+    /// Iteration over the entries in the order of PtrHashMapIterator: ascending bucket of the key
+    /// hash, then order of insertion. Allocates nothing.
     iterator begin() { return iterator(mSet); }
     iterator end() { return iterator(); }
     const_iterator begin() const { return const_iterator(mSet); }
     const_iterator end() const { return const_iterator(); }
     const_iterator cbegin() const { return begin(); }
     const_iterator cend() const { return end(); }
+    ///@}
 
     /// Maps key to value. Deliberate: when an equal key is present, only that entry's value
     /// pointer is replaced; the old value is not deleted and the passed key is neither stored

@@ -73,12 +73,14 @@ public:
     unsigned long GetLength() const { return mLength; }
     /// All GetLength() bytes, NULs included; valid until the String changes.
     std::string_view View() const { return std::string_view(mBuffer, mLength); }
-    /// The bytes, for range-for and <algorithm> (random access; the terminator is not in the
+    ///@{
+    /// The bytes, for range-for and `<algorithm>` (random access; the terminator is not in the
     /// range). Valid until the String changes its length.
     char* begin() { return mBuffer; }
     char* end() { return mBuffer + mLength; }
     char const* begin() const { return mBuffer; }
     char const* end() const { return mBuffer + mLength; }
+    ///@}
     /// True exactly when the length is 0.
     bool IsNull() const { return mLength == 0; }
     ///@{
@@ -213,23 +215,33 @@ private:
     unsigned long mLength;
 };
 
+///@{
+/// A new String: the bytes of a followed by those of b.
 String operator+(String const& a, String const& b);
 String operator+(String const& a, char const* b);
 String operator+(char const* a, String const& b);
-/// s == b with the operands swapped, so that a C string may stand on either side.
+///@}
+///@{
+/// s == b (resp. s != b) with the operands swapped, so that a C string may stand on either
+/// side.
 bool operator==(char const* s, String const& b);
 bool operator!=(char const* s, String const& b);
+///@}
+///@{
 /// Compare(a, b) == -1, resp. == 1 (length first).
 bool operator<(String const& a, String const& b);
 bool operator<(char const* a, String const& b);
 bool operator>(String const& a, String const& b);
 bool operator>(char const* a, String const& b);
+///@}
 
+///@{
 /// Byte equality with a view: same length and same bytes, NULs included.
 inline bool operator==(String const& a, std::string_view b) { return a.View() == b; }
 inline bool operator==(std::string_view a, String const& b) { return a == b.View(); }
 inline bool operator!=(String const& a, std::string_view b) { return a.View() != b; }
 inline bool operator!=(std::string_view a, String const& b) { return a != b.View(); }
+///@}
 namespace text {
 /// Compare's order for views: length first, then bytes (-1, 0 or 1).
 inline long Compare(std::string_view a, std::string_view b) {
@@ -243,6 +255,7 @@ inline std::string_view Of(char const* s) {
     return s != nullptr ? std::string_view(s) : std::string_view();
 }
 }  // namespace text
+///@{
 /// The length-first order of Compare against a view or a C string (a null one is empty):
 /// "b" < "aa".
 inline bool operator<(String const& a, std::string_view b) {
@@ -263,6 +276,7 @@ inline bool operator>(std::string_view a, String const& b) {
 inline bool operator>(String const& a, char const* b) {
     return text::Compare(a.View(), text::Of(b)) > 0;
 }
+///@}
 /// Writes every byte of s, NULs included, with the stream's width and fill as for a view.
 std::ostream& operator<<(std::ostream& out, String const& s);
 }  // namespace lstd
@@ -272,6 +286,7 @@ namespace std {
 /// maps agree on a String.
 template <>
 struct hash<lstd::String> {
+    /// String::Hash(s).
     std::size_t operator()(lstd::String const& s) const noexcept { return lstd::String::Hash(s); }
 };
 }  // namespace std

@@ -18,9 +18,12 @@ public:
     StringBuilder(StringBuilder const& other);
     /// Replaces the pieces with a copy of other's.
     StringBuilder& operator=(StringBuilder const& other);
-    /// Takes other's pieces without copying them; other is left an empty builder.
+    ///@{
+    /// Takes other's pieces without copying them; other is left an empty builder. The
+    /// assignment drops this builder's pieces first.
     StringBuilder(StringBuilder&& other) noexcept;
     StringBuilder& operator=(StringBuilder&& other) noexcept;
+    ///@}
     virtual ~StringBuilder();
 
     /// Appends a copy of s as a new piece (an empty s is an empty piece). Throws

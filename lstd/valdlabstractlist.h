@@ -37,19 +37,23 @@ class ValDLAbstractListIterator;
 /// from the nearer end. Copies are deep; a move hands the nodes over, copying no value, and
 /// leaves the source empty. Append, InsertAt and Find come from the concrete lists.
 ///
-/// begin() and end() walk the values head to tail for range-for and <algorithm>: a
+/// begin() and end() walk the values head to tail for range-for and `<algorithm>`: a
 /// bidirectional iterator over the stored values (T&, T const& when const).
 template <typename T>
 class ValDLAbstractList : public Collection<T>, public IValOrderList<T> {
 public:
     /// An equality test: 1 when the stored value (first) matches the searched one.
     typedef unsigned char (*EqualFunc)(T const&, T const&);
+    /// Bidirectional iterator over the stored values (T&); converts to const_iterator. Valid
+    /// while its node stays in the list.
     typedef dlink::NodeIterator<ValDLAbstractList, ValDoubleLink<T>, T, T&,
                                 &ValDoubleLink<T>::mValue>
         iterator;
+    /// Bidirectional iterator over the stored values, read-only (T const&).
     typedef dlink::NodeIterator<ValDLAbstractList, ValDoubleLink<T>, T, T const&,
                                 &ValDoubleLink<T>::mValue>
         const_iterator;
+    /// The value type, T.
     typedef T value_type;
 
     ValDLAbstractList() : mCount(0), mHead(nullptr), mTail(nullptr) {}
@@ -84,12 +88,15 @@ public:
     }
     virtual ~ValDLAbstractList() { DestroyNodes(); }
 
+    ///@{
+    /// Iteration head to tail; end() is past the tail, and -- from it reaches the tail.
     iterator begin() { return iterator(mHead, this); }
     iterator end() { return iterator(nullptr, this); }
     const_iterator begin() const { return const_iterator(mHead, this); }
     const_iterator end() const { return const_iterator(nullptr, this); }
     const_iterator cbegin() const { return begin(); }
     const_iterator cend() const { return end(); }
+    ///@}
 
     using Collection<T>::operator=;
     using Collection<T>::operator==;

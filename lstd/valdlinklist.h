@@ -20,10 +20,14 @@ public:
         for (T const& value : values)
             this->InsertBeforeNode(nullptr, value);
     }
+    ///@{
+    /// Copying copies every value in order (see ValDLAbstractList); moving takes the nodes,
+    /// copying no value, and leaves the source empty.
     ValDLinkList(ValDLinkList const&) = default;
     ValDLinkList(ValDLinkList&&) = default;
     ValDLinkList& operator=(ValDLinkList const&) = default;
     ValDLinkList& operator=(ValDLinkList&&) = default;
+    ///@}
     virtual ~ValDLinkList() {}
 
     using ValDLAbstractList<T>::operator=;

@@ -25,7 +25,7 @@ class ValHashMapIterator;
 /// value is copied and nothing is allocated to look a key up. A map keyed by String also
 /// finds keys by std::string_view or C string without making a String.
 ///
-/// begin() and end() walk the entries in iteration order for range-for and <algorithm>: a
+/// begin() and end() walk the entries in iteration order for range-for and `<algorithm>`: a
 /// forward iterator whose element is the entry (Entry&, Entry const& when const), with
 /// GetKey() (read-only) and GetValue(); for (auto& [key, value] : map) unpacks it. A move
 /// hands the entries over, copying no key or value; the source is left an empty map.
@@ -36,11 +36,16 @@ public:
     typedef unsigned long (*KeyHashFunc)(K const&);
     /// The stored pair.
     typedef ValHashMapEntry<K, V> Entry;
+    /// Forward iterator over the entries in iteration order (Entry&): the value may be
+    /// changed through it, the key must stay. Converts to const_iterator. Changing the map
+    /// invalidates it.
     typedef hashtable::HashIterator<Entry, Entry, Entry&, hashtable::EntryAccess<Entry, Entry&>>
         iterator;
+    /// Forward iterator over the entries in iteration order, read-only (Entry const&).
     typedef hashtable::HashIterator<Entry, Entry, Entry const&,
                                     hashtable::EntryAccess<Entry, Entry const&>>
         const_iterator;
+    /// The element type, Entry.
     typedef Entry value_type;
 
     /// An empty map of hashSize buckets hashing keys with keyHashFunc (String::Hash for
@@ -48,6 +53,8 @@ public:
     /// (size = 0)" for 0.
     explicit ValHashMap(KeyHashFunc keyHashFunc, unsigned long const& hashSize = 32767)
         : mSet(&Entry::Hash, hashSize), mKeyHashFunc(keyHashFunc) {}
+    /// Takes other's entries and key hash, copying no key or value; other is left an empty
+    /// map with its table size and key hash.
     ValHashMap(ValHashMap&& other) noexcept
         : HashMap<K, V>(), mSet(std::move(other.mSet)), mKeyHashFunc(other.mKeyHashFunc) {
         mPool.Take(other.mPool);
@@ -65,12 +72,16 @@ public:
     /// Deletes the entries and so the copies.
     virtual ~ValHashMap() { Clear(); }
 
+    ///@{
+    /// Iteration over the entries in the order of ValHashMapIterator: ascending bucket of the key
+    /// hash, then order of insertion. Allocates nothing.
     iterator begin() { return iterator(mSet); }
     iterator end() { return iterator(); }
     const_iterator begin() const { return const_iterator(mSet); }
     const_iterator end() const { return const_iterator(); }
     const_iterator cbegin() const { return begin(); }
     const_iterator cend() const { return end(); }
+    ///@}
 
     /// Maps a copy of key to a copy of value; when an equal key is present its value is
     /// assigned value and the key stays as stored. Throws NotEnoughMemoryException; the

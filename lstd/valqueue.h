@@ -14,10 +14,14 @@ public:
     ValQueue() {}
     /// Copies of values, queued in order.
     ValQueue(std::initializer_list<T> values) : ValDLinkList<T>(values) {}
+    ///@{
+    /// Copying copies every queued value in order; moving takes the nodes, copying no value,
+    /// and leaves the source an empty queue.
     ValQueue(ValQueue const&) = default;
     ValQueue(ValQueue&&) = default;
     ValQueue& operator=(ValQueue const&) = default;
     ValQueue& operator=(ValQueue&&) = default;
+    ///@}
     virtual ~ValQueue() {}
 
     using ValDLinkList<T>::operator=;

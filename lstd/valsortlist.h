@@ -22,8 +22,11 @@ namespace lstd {
 template <typename T>
 class ValSortList : public ValDLAbstractList<T> {
 public:
+    ///@{
+    /// Bidirectional iterator over the values in order, read-only (T const&) in both forms.
     typedef typename ValDLAbstractList<T>::const_iterator iterator;
     typedef typename ValDLAbstractList<T>::const_iterator const_iterator;
+    ///@}
 
     /// comparator null: T's operator<; otherwise Comparator<T>::Compare.
     explicit ValSortList(Comparator<T>* comparator = nullptr) : mComparator(comparator) {}
@@ -33,17 +36,24 @@ public:
         for (T const& value : values)
             CompareAndInsert(value);
     }
+    ///@{
+    /// Copying copies every value in order and the comparator; moving takes the nodes and the
+    /// comparator, copying no value, and leaves the source empty with its comparator.
     ValSortList(ValSortList const&) = default;
     ValSortList(ValSortList&&) = default;
     ValSortList& operator=(ValSortList const&) = default;
     ValSortList& operator=(ValSortList&&) = default;
+    ///@}
     virtual ~ValSortList() {}
 
     using ValDLAbstractList<T>::operator=;
     using ValDLAbstractList<T>::Remove;
 
+    ///@{
+    /// Iteration in ascending order, head to tail; read-only even on a non-const list.
     const_iterator begin() const { return ValDLAbstractList<T>::begin(); }
     const_iterator end() const { return ValDLAbstractList<T>::end(); }
+    ///@}
 
     /// Inserts a copy of value at its sorted place.
     unsigned char Append(T const& value) override {
