@@ -1,5 +1,5 @@
 // The standard-library interfaces of the containers beside what users would otherwise write:
-//   ListWalk/<side>/<n>    a range-for sum over n values of a ValDLinkList (lkit) and of a
+//   RangeFor/<side>/<n>    a range-for sum over n values of a ValDLinkList (lkit) and of a
 //                          std::list (std), both filled by appending in the same order;
 //                          10000 nodes stay in the caches, 1000000 are read from memory
 //   TextLookup/<side>/<n>  every key of a ValHashMap<String, String> of n entries, looked up
@@ -86,12 +86,12 @@ void TextLookup(benchmark::State& state) {
 }  // namespace
 
 BENCHMARK_TEMPLATE(ListWalk, LkitList)
-    ->Name("ListWalk/lkit")
+    ->Name("RangeFor/lkit")
     ->Arg(10000)
     ->Arg(1000000)
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK_TEMPLATE(ListWalk, StdList)
-    ->Name("ListWalk/std")
+    ->Name("RangeFor/std")
     ->Arg(10000)
     ->Arg(1000000)
     ->Unit(benchmark::kMicrosecond);
