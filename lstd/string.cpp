@@ -236,10 +236,6 @@ String String::GetSubString(unsigned long const& pos, long long const& count) co
     return String(mBuffer + pos, n);
 }
 
-bool String::operator==(String const& other) const {
-    return mLength == other.mLength && std::memcmp(mBuffer, other.mBuffer, mLength) == 0;
-}
-
 bool String::operator==(char const* s) const {
     if (s == nullptr)
         return mLength == 0;

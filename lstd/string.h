@@ -4,6 +4,7 @@
 
 #include <cstdarg>
 #include <cstddef>
+#include <cstring>
 #include <iosfwd>
 #include <string_view>
 
@@ -94,7 +95,9 @@ public:
 
     /// Same length and same bytes, NULs included.
     ///@{
-    bool operator==(String const& other) const;
+    bool operator==(String const& other) const {
+        return mLength == other.mLength && std::memcmp(mBuffer, other.mBuffer, mLength) == 0;
+    }
     bool operator==(char const* s) const;
     bool operator!=(String const& other) const { return !(*this == other); }
     bool operator!=(char const* s) const { return !(*this == s); }
